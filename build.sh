@@ -1,0 +1,55 @@
+#!/bin/sh
+# Builds ormel and runs its jobs; installs the build tools on a machine that lacks them.
+#   ./build.sh demo      build, then run the bundled example (examples/)
+#   ./build.sh test      build, then run every test: plain build, then sanitizer build
+#   ./build.sh build     build only (build/ormel)
+#   ./build.sh fuzz [S]  build the libFuzzer targets with clang, fuzz each for S seconds
+#   ./build.sh bench     build, then run the benchmarks (bench/)
+set -eu
+cd "$(dirname "$0")"
+jobs=$(nproc 2>/dev/null || echo 2)
+
+as_root() { if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi; }
+
+need_packages() {
+  missing=""
+  for pkg in "$@"; do
+    dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q "install ok installed" ||
+      missing="$missing $pkg"
+  done
+  if [ -n "$missing" ]; then
+    echo "Installing:$missing"
+    as_root apt-get update -qq
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq $missing > /dev/null
+  fi
+}
+
+configure_and_build() {  # build-dir, extra cmake options...
+  dir=$1; shift
+  need_packages cmake g++ make libgtest-dev
+  cmake -S . -B "$dir" -DORMEL_WERROR=ON "$@" > /dev/null
+  cmake --build "$dir" -j "$jobs"
+}
+
+case "${1:-build}" in
+  build)
+    configure_and_build build ;;
+  demo)
+    configure_and_build build
+    sh examples/run-example.sh build/ormel ;;
+  test)
+    configure_and_build build
+    (cd build && ctest --output-on-failure -j "$jobs")
+    configure_and_build build-sanitize -DORMEL_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug
+    (cd build-sanitize && ctest --output-on-failure -j "$jobs") ;;
+  fuzz)
+    need_packages clang libclang-rt-dev
+    configure_and_build build-fuzz -DORMEL_FUZZ=ON -DCMAKE_CXX_COMPILER=clang++ -DORMEL_TESTS=OFF
+    sh fuzz/run-fuzzers.sh build-fuzz "${2:-60}" ;;
+  bench)
+    configure_and_build build -DCMAKE_BUILD_TYPE=Release
+    sh bench/run.sh build/ormel ;;
+  *)
+    echo "usage: ./build.sh [build|demo|test|fuzz [seconds]|bench]" >&2
+    exit 1 ;;
+esac

@@ -1,0 +1,15 @@
+#include "driver/options.h"
+
+int option_rx = 0;
+int option_rm = 0;
+std::string option_fit;
+std::string option_refpt;
+std::string option_home_dir;
+
+void reset_options() {
+  option_rx = 0;
+  option_rm = 0;
+  option_fit = "min";
+  option_refpt.clear();
+  option_home_dir = "/home/mesoli/";
+}

@@ -1,0 +1,17 @@
+// The process-wide settings, set only by the command line and reset at the start of every
+// run, so that one process can drive several runs (tests, fuzzing).
+#pragma once
+
+#include <string>
+
+extern int option_rx;                // 1: placeholders of the syntax that also names a font
+extern int option_rm;                // 1: remove placeholders and placed art without a cell
+extern std::string option_fit;       // "min" fits new placed art inside its frame
+extern std::string option_refpt;     // the corner of the frame new placed art is aligned to
+extern std::string option_home_dir;  // placed-art cells are paths below this directory
+
+constexpr size_t kFitCapacity = 15;
+constexpr size_t kRefptCapacity = 15;
+constexpr size_t kHomeDirCapacity = 255;
+
+void reset_options();

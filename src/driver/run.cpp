@@ -1,0 +1,98 @@
+#include "driver/run.h"
+
+#include <cstring>
+
+#include "document/ai_document.h"
+#include "driver/options.h"
+#include "support/output.h"
+#include "table/tab_text.h"
+
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kUsageError = 1;
+// Neither 0 nor 1: the options ask the run to go on.
+constexpr int kGoOn = -1;
+
+int usage(std::string& diagnostics) {
+  diagnostics += kUsage;
+  diagnostics += '\n';
+  return kUsageError;
+}
+
+bool starts_with(const std::string& text, const char* prefix) {
+  return text.compare(0, std::strlen(prefix), prefix) == 0;
+}
+
+// Copies an option's value into its setting; a value beyond the setting's capacity is
+// refused rather than cut.
+bool set_value(std::string& setting, const std::string& arg, size_t prefix, size_t capacity) {
+  if (arg.size() - prefix > capacity) return false;
+  setting = arg.substr(prefix);
+  return true;
+}
+
+// Applies one option; options are compared by prefix, the first that matches applies, and
+// an argument that matches none is ignored.
+int apply_option(const std::string& arg, Output& out, std::string& diagnostics) {
+  if (starts_with(arg, "-rx=")) {
+    option_rx = arg.compare(4, std::string::npos, "new") == 0;
+  } else if (starts_with(arg, "-rm=")) {
+    option_rm = arg.compare(4, std::string::npos, "y") == 0;
+  } else if (starts_with(arg, "-home=")) {
+    if (!set_value(option_home_dir, arg, 6, kHomeDirCapacity)) return usage(diagnostics);
+  } else if (starts_with(arg, "-fit=")) {
+    if (!set_value(option_fit, arg, 5, kFitCapacity)) return usage(diagnostics);
+  } else if (starts_with(arg, "-refpt=")) {
+    if (!set_value(option_refpt, arg, 7, kRefptCapacity)) return usage(diagnostics);
+  } else if (starts_with(arg, "-v")) {
+    out.printf("%s\n", kVersion);
+    return kDone;
+  }
+  return kGoOn;
+}
+
+// One table argument: "ID=file" replaces text placeholders of ID, "PREFIX-ID=file" points
+// placed art of ID at new EPS files. Returns false when the argument holds no "=".
+bool apply_table_argument(const std::string& arg, AI_DOCUMENT& doc, TAB_TEXT& table) {
+  size_t equals = arg.find('=');
+  if (equals == std::string::npos) return false;
+  std::string file = arg.substr(equals + 1);
+  size_t dash = arg.find('-');
+  table.init(file.c_str());
+  if (dash < equals) {
+    doc.setup_replace_placed_art(arg.substr(dash + 1, equals - dash - 1).c_str(), table);
+  } else {
+    doc.setup_replace_text(arg.substr(0, equals).c_str(), table);
+  }
+  return true;
+}
+
+}  // namespace
+
+int run(const std::vector<std::string>& args, Output& out, std::string& diagnostics) {
+  reset_options();
+  size_t next = 1;
+  for (; next < args.size() && starts_with(args[next], "-"); ++next) {
+    int status = apply_option(args[next], out, diagnostics);
+    if (status != kGoOn) return status;
+  }
+  if (args.size() <= 2 || next == args.size()) return usage(diagnostics);
+
+  AI_DOCUMENT doc(AI_DOCUMENT::read_file(args[next].c_str()));
+  doc.analyze_doc();
+  if (++next == args.size()) return usage(diagnostics);
+
+  TAB_TEXT table;
+  if (next + 1 == args.size() && args[next].find('=') == std::string::npos) {
+    table.init(args[next].c_str());
+    doc.setup_replace_text(table);
+  } else {
+    for (; next < args.size(); ++next) {
+      if (!apply_table_argument(args[next], doc, table)) return usage(diagnostics);
+    }
+  }
+  doc.print_new(out);
+  out.printf("%s%s", "%%EOF", "\r");
+  return kDone;
+}

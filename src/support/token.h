@@ -1,0 +1,26 @@
+// Splits one line into words at a delimiter, the way PostScript operator lines are read:
+// a word that begins with "(" is a string and runs to its closing unescaped ")".
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+class TOKEN {
+ public:
+  // Starts on a new line; neither text is copied, both must outlive the walk.
+  void init(const char* str, const char* delim);
+  // The next word, valid until the next get or init; nullptr when the line is used up.
+  // The first get after init never returns nullptr, even for an empty line.
+  const char* get();
+  // Length of the word that get returned last.
+  size_t length() const { return token.size(); }
+
+ private:
+  const char* string_end(const char* open) const;
+
+  const char* str = nullptr;
+  const char* delim = nullptr;
+  size_t delim_len = 0;
+  const char* cursor = nullptr;
+  std::string token;
+};

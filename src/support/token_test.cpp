@@ -1,0 +1,61 @@
+#include "support/token.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+static std::string words(const std::string& line, const char* delim = " ") {
+  TOKEN token;
+  token.init(line.c_str(), delim);
+  std::string joined;
+  int guard = 0;
+  while (const char* word = token.get()) {
+    if (!joined.empty() || guard > 0) joined += "|";
+    joined += word;
+    if (++guard > 100) break;
+  }
+  return joined;
+}
+
+TEST(TokenTest, SplitsTheDocumentedLines) {
+  EXPECT_EQ("0|To", words("0 To"));
+  EXPECT_EQ("a||b", words("a  b"));
+  EXPECT_EQ("a|", words("a "));
+  EXPECT_EQ("", words(""));
+  EXPECT_EQ("(Hello World)|Tx", words("(Hello World) Tx"));
+  EXPECT_EQ("(abc)|Tx", words("(abc)Tx"));
+  EXPECT_EQ("(a(b)|c)|Tx", words("(a(b)c) Tx"));
+  EXPECT_EQ("(abc", words("(abc"));
+  EXPECT_EQ("x(a|b)", words("x(a b)"));
+}
+
+TEST(TokenTest, EmptyLineGivesOneEmptyWordThenNothing) {
+  TOKEN token;
+  token.init("", " ");
+  const char* first = token.get();
+  ASSERT_NE(nullptr, first);
+  EXPECT_STREQ("", first);
+  EXPECT_EQ(nullptr, token.get());
+  EXPECT_EQ(nullptr, token.get());
+}
+
+TEST(TokenTest, BackslashesInsideStrings) {
+  EXPECT_EQ("(a\\) b)|Tx", words("(a\\) b) Tx"));     // escaped ) stays inside
+  EXPECT_EQ("(a\\\\)|b)", words("(a\\\\) b)"));       // doubled backslash does not escape
+  EXPECT_EQ("(a\\051)|Tx", words("(a\\051) Tx"));     // octal escape before )
+  EXPECT_EQ("(ab\\", words("(ab\\"));                 // line ends inside an escape
+  EXPECT_EQ("(ab\\12", words("(ab\\12"));
+  EXPECT_EQ("(\\\\\\))|x", words("(\\\\\\)) x"));     // escape right after an escape
+}
+
+TEST(TokenTest, LongWordsComeBackWhole) {
+  std::string hex(5000, 'A');
+  EXPECT_EQ(hex + "|x", words(hex + " x"));
+  std::string str = "(" + std::string(3000, 'b') + ")";
+  EXPECT_EQ(str + "|Tx", words(str + " Tx"));
+}
+
+TEST(TokenTest, MultiCharacterDelimiterSeparatesOnlyWhole) {
+  EXPECT_EQ("a b|c", words("a b::c", "::"));
+  EXPECT_EQ("a:b", words("a:b", "::"));
+}

@@ -1,0 +1,29 @@
+// A text object of a layer: the lines from "0 To" (a type digit, a blank, "To") to the next
+// line that begins with "TO". A point text (type 0) whose strings hold a placeholder keeps
+// a parsed model that takes table cells and prints the object anew; every other text
+// object prints its lines exactly as read.
+#pragma once
+
+#include <memory>
+
+class AI_DOCUMENT;
+class AI_TEXT_REPLACE;
+class Output;
+
+class AI_TEXT {
+ public:
+  AI_TEXT();
+  ~AI_TEXT();
+  // line is the object's "To" line, layer_last the layer's last line, the bound of the
+  // search for "TO"; next receives the index of the line after the "TO" line.
+  void setup(const AI_DOCUMENT& doc, int line, int layer_last, int* next);
+  void print_new(const AI_DOCUMENT& doc, Output& out, int* last) const;
+
+  int first_line = 0;
+  int last_line = 0;
+  int text_type = 0;
+  std::unique_ptr<AI_TEXT_REPLACE> replace;
+
+ private:
+  void print_text(const AI_DOCUMENT& doc, Output& out) const;
+};

@@ -1,0 +1,44 @@
+#!/bin/sh
+# Runs one golden case: tests/golden/<case>/ holds the inputs, "args" (one argument a line),
+# and the expected results "expected.out" (stdout bytes), "expected.err" (stderr bytes) and
+# "expected.status" (exit status); a missing expectation means empty output or status 0.
+# The case runs in a scratch copy of its folder, after its optional "setup.sh" (for inputs
+# git cannot hold, such as a named pipe). An optional "stdout-to" names where stdout goes
+# instead of being captured (for example /dev/full).
+set -u
+ormel=$1
+case_dir=$2
+work=$(mktemp -d) || exit 99
+trap 'rm -rf "$work"' EXIT
+cp -R "$case_dir"/. "$work"/ || exit 99
+cd "$work" || exit 99
+if [ -f setup.sh ]; then sh ./setup.sh || { echo "setup.sh failed"; exit 99; }; fi
+
+set --
+if [ -f args ]; then
+  while IFS= read -r a || [ -n "$a" ]; do set -- "$@" "$a"; done < args
+fi
+
+out=$work/.actual.out
+if [ -f stdout-to ]; then out=$(cat stdout-to); fi
+"$ormel" "$@" > "$out" 2> .actual.err < /dev/null
+status=$?
+
+expected_status=0
+[ -f expected.status ] && expected_status=$(cat expected.status)
+[ -f expected.out ] || : > expected.out
+[ -f expected.err ] || : > expected.err
+
+failed=0
+if [ "$status" != "$expected_status" ]; then
+  echo "exit status $status, expected $expected_status"; failed=1
+fi
+if [ ! -f stdout-to ] && ! cmp -s .actual.out expected.out; then
+  echo "stdout differs from expected.out:"; cmp .actual.out expected.out
+  od -c .actual.out | head -40; failed=1
+fi
+if ! cmp -s .actual.err expected.err; then
+  echo "stderr differs from expected.err:"; echo "--- actual"; cat .actual.err
+  echo "--- expected"; cat expected.err; failed=1
+fi
+exit $failed
