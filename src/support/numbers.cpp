@@ -19,4 +19,6 @@ int to_int(const char* text) {
   return value > INT_MAX ? INT_MAX : static_cast<int>(value);
 }
 
-double to_double(const char* text) { return std::strtod(text, nullptr); }
+double to_double(const char* text) {
+  return std::strtod(text, nullptr);
+}

@@ -40,12 +40,12 @@ TEST(TokenTest, EmptyLineGivesOneEmptyWordThenNothing) {
 }
 
 TEST(TokenTest, BackslashesInsideStrings) {
-  EXPECT_EQ("(a\\) b)|Tx", words("(a\\) b) Tx"));     // escaped ) stays inside
-  EXPECT_EQ("(a\\\\)|b)", words("(a\\\\) b)"));       // doubled backslash does not escape
-  EXPECT_EQ("(a\\051)|Tx", words("(a\\051) Tx"));     // octal escape before )
-  EXPECT_EQ("(ab\\", words("(ab\\"));                 // line ends inside an escape
+  EXPECT_EQ("(a\\) b)|Tx", words("(a\\) b) Tx"));  // escaped ) stays inside
+  EXPECT_EQ("(a\\\\)|b)", words("(a\\\\) b)"));    // doubled backslash does not escape
+  EXPECT_EQ("(a\\051)|Tx", words("(a\\051) Tx"));  // octal escape before )
+  EXPECT_EQ("(ab\\", words("(ab\\"));              // line ends inside an escape
   EXPECT_EQ("(ab\\12", words("(ab\\12"));
-  EXPECT_EQ("(\\\\\\))|x", words("(\\\\\\)) x"));     // escape right after an escape
+  EXPECT_EQ("(\\\\\\))|x", words("(\\\\\\)) x"));  // escape right after an escape
 }
 
 TEST(TokenTest, LongWordsComeBackWhole) {

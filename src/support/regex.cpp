@@ -1,0 +1,78 @@
+#include "support/regex.h"
+
+#include <map>
+#include <memory>
+
+namespace {
+
+// A compiled expression, released when the process ends.
+struct CompiledRegex {
+  regex_t regex;
+  ~CompiledRegex() { regfree(&regex); }
+};
+
+std::map<std::string, std::unique_ptr<CompiledRegex>>& compiled_patterns() {
+  static std::map<std::string, std::unique_ptr<CompiledRegex>> patterns;
+  return patterns;
+}
+
+}  // namespace
+
+int MY_REGEX::compile(const char* pattern) {
+  auto& patterns = compiled_patterns();
+  auto found = patterns.find(pattern);
+  if (found == patterns.end()) {
+    auto compiled = std::make_unique<CompiledRegex>();
+    int status = regcomp(&compiled->regex, pattern, REG_EXTENDED);
+    if (status != 0) {
+      char message[128];
+      regerror(status, &compiled->regex, message, sizeof message);
+      errbuf = std::string("regcomp() error:") + message + "\n";
+      return 0;
+    }
+    found = patterns.emplace(pattern, std::move(compiled)).first;
+  }
+  regex = &found->second->regex;
+  return 1;
+}
+
+const char* MY_REGEX::init_offset(const char* text) {
+  buffer.assign(text);
+  offset = 0;
+  return buffer.c_str();
+}
+
+bool MY_REGEX::search(size_t from, size_t* start, size_t* end) const {
+  if (!regex || from > buffer.size()) return false;
+  regmatch_t match;
+  if (regexec(regex, buffer.c_str() + from, 1, &match, 0) != 0) return false;
+  *start = from + static_cast<size_t>(match.rm_so);
+  *end = from + static_cast<size_t>(match.rm_eo);
+  return true;
+}
+
+// An empty match still moves the walk on by one character, so no pattern loops forever.
+int MY_REGEX::match_count() const {
+  int count = 0;
+  size_t start = 0;
+  size_t end = 0;
+  for (size_t from = 0; search(from, &start, &end); from = end > start ? end : start + 1) {
+    ++count;
+    if (start == buffer.size()) break;
+  }
+  return count;
+}
+
+int MY_REGEX::match_next(std::string& out) {
+  size_t start = 0;
+  size_t end = 0;
+  if (!search(offset, &start, &end)) return 0;
+  out.assign(buffer, start, end - start);
+  offset = end > start ? end : start + 1;
+  return 1;
+}
+
+int MY_REGEX::match_yes() const {
+  if (!regex) return 0;
+  return regexec(regex, buffer.c_str(), 0, nullptr, 0) == 0;
+}

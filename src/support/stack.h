@@ -1,0 +1,43 @@
+// Copies of the words most recently read from an object's lines, newest on top, so that a
+// parser that meets an operator can look back at the operands written before it.
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+
+// One word on the stack.
+struct STACK_OBJ {
+  static constexpr size_t kMaxLength = 1023;
+
+  // Copies the word; a word of more than kMaxLength characters fails the run with
+  // "STACK_OBJ::str size error\n".
+  explicit STACK_OBJ(std::string_view token);
+
+  std::string str;
+};
+
+class STACK {
+ public:
+  // Pushes a copy of the word and returns the stored copy.
+  const char* push(std::string_view token);
+  // push, then drop the oldest words while more than bound are held.
+  void push_bounded(std::string_view token, int bound);
+  int count() const { return static_cast<int>(entries.size()); }
+  // peek(0) is the newest word, peek(-1) the one before it; nullptr past the oldest word
+  // and for any positive i.
+  const char* peek(int i) const;
+  // The n-th operand before the operator on top, peek(-n), or the empty word when the
+  // operator was written with fewer operands.
+  const char* operand(int n) const;
+  // Takes the oldest word out into the overflow slot, which free_overflow must empty before
+  // the next shift ("free stack overflow!\n" otherwise). Returns nullptr on an empty stack.
+  const STACK_OBJ* shift();
+  void free_overflow() { overflow.reset(); }
+  void free_all();
+
+ private:
+  std::deque<STACK_OBJ> entries;  // oldest first
+  std::optional<STACK_OBJ> overflow;
+};

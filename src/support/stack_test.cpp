@@ -1,0 +1,85 @@
+#include "support/stack.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+#include "driver/diagnostics.h"
+
+TEST(StackTest, NewStackIsEmpty) {
+  STACK stack;
+  EXPECT_EQ(0, stack.count());
+  EXPECT_EQ(nullptr, stack.peek(0));
+  EXPECT_EQ(nullptr, stack.shift());
+  EXPECT_STREQ("", stack.operand(1));
+  stack.free_all();
+  EXPECT_EQ(0, stack.count());
+}
+
+TEST(StackTest, PeekCountsBackFromTheTop) {
+  STACK stack;
+  stack.push("t1");
+  stack.push("t2");
+  stack.push("t3");
+  EXPECT_STREQ("t3", stack.peek(0));
+  EXPECT_STREQ("t2", stack.peek(-1));
+  EXPECT_STREQ("t1", stack.peek(-2));
+  EXPECT_EQ(nullptr, stack.peek(-3));
+  EXPECT_EQ(nullptr, stack.peek(1));
+  EXPECT_STREQ("t1", stack.operand(2));
+  EXPECT_STREQ("", stack.operand(3));
+}
+
+TEST(StackTest, BoundKeepsTheNewestWords) {
+  STACK stack;
+  for (int i = 1; i <= 11; ++i) stack.push_bounded("t" + std::to_string(i), 10);
+  EXPECT_EQ(10, stack.count());
+  EXPECT_STREQ("t11", stack.peek(0));
+  EXPECT_STREQ("t2", stack.peek(-9));
+  EXPECT_EQ(nullptr, stack.peek(-10));
+}
+
+TEST(StackTest, ShiftingTheLastEntryEmptiesTheStack) {
+  STACK stack;
+  stack.push("only");
+  const STACK_OBJ* out = stack.shift();
+  ASSERT_NE(nullptr, out);
+  EXPECT_EQ("only", out->str);
+  stack.free_overflow();
+  EXPECT_EQ(0, stack.count());
+  stack.push("next");
+  EXPECT_STREQ("next", stack.peek(0));
+  EXPECT_EQ(nullptr, stack.peek(-1));
+}
+
+TEST(StackTest, TwoShiftsWithoutFreeingFail) {
+  STACK stack;
+  stack.push("a");
+  stack.push("b");
+  stack.shift();
+  try {
+    stack.shift();
+    FAIL() << "no error";
+  } catch (const Error& error) {
+    EXPECT_STREQ("free stack overflow!\n", error.what());
+  }
+}
+
+TEST(StackTest, WordLengthLimit) {
+  STACK stack;
+  std::string longest(1023, 'x');
+  EXPECT_EQ(longest, stack.push(longest));
+  try {
+    stack.push(std::string(1024, 'x'));
+    FAIL() << "no error";
+  } catch (const Error& error) {
+    EXPECT_STREQ("STACK_OBJ::str size error\n", error.what());
+  }
+}
+
+TEST(StackTest, PushStoresACopy) {
+  STACK stack;
+  std::string word = "abc";
+  stack.push(word);
+  word[0] = 'z';
+  EXPECT_STREQ("abc", stack.peek(0));
+}

@@ -1,0 +1,43 @@
+#include "support/strings.h"
+
+#include "driver/diagnostics.h"
+
+void MY_STRING::cat(std::optional<std::string>& head, const char* tail) {
+  if (!tail) return;
+  if (head) {
+    head->append(tail);
+  } else {
+    head.emplace(tail);
+  }
+}
+
+std::string MY_STRING::replace(std::string_view text, std::string_view from, std::string_view to) {
+  if (from.empty()) aborterr("MY_STRING", "replace( char*, char*, char* )", "empty search text");
+  std::string out;
+  out.reserve(text.size());
+  size_t start = 0;
+  for (size_t found; (found = text.find(from, start)) != std::string_view::npos;
+       start = found + from.size()) {
+    out.append(text, start, found - start);
+    out.append(to);
+  }
+  out.append(text, start, std::string_view::npos);
+  return out;
+}
+
+void MY_STRING::split(std::string_view delimiter, std::string_view text) {
+  delim = delimiter;
+  rest = text;
+}
+
+std::string MY_STRING::split(int* more) {
+  size_t found = delim.empty() ? std::string_view::npos : rest.find(delim);
+  if (found == std::string_view::npos) {
+    *more = 0;
+    return std::string(rest);
+  }
+  std::string piece(rest.substr(0, found));
+  rest.remove_prefix(found + delim.size());
+  *more = 1;
+  return piece;
+}

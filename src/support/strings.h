@@ -1,0 +1,26 @@
+// The string toolkit of the text substitution: appending, cutting at a separator, and
+// replacing every occurrence of one text by another.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+class MY_STRING {
+ public:
+  // Appends tail to head; a null tail leaves head as it is, an absent head becomes tail.
+  static void cat(std::optional<std::string>& head, const char* tail);
+  // text with every occurrence of from (left to right, not overlapping) replaced by to.
+  // An empty from fails the run.
+  static std::string replace(std::string_view text, std::string_view from, std::string_view to);
+
+  // Prepares to cut text at delim; text must stay unchanged while pieces are taken.
+  void split(std::string_view delim, std::string_view text);
+  // The next piece; *more tells whether a separator followed it. After the last piece,
+  // every call returns that piece again with *more = 0.
+  std::string split(int* more);
+
+ private:
+  std::string_view delim;
+  std::string_view rest;
+};
