@@ -103,7 +103,9 @@ void AI_DOCUMENT::setup_replace_text(const char* id, const TAB_TEXT& table) {
   script->setup_replace_text(id, table);
 }
 
-void AI_DOCUMENT::setup_replace_text(const TAB_TEXT& table) { script->setup_replace_text(table); }
+void AI_DOCUMENT::setup_replace_text(const TAB_TEXT& table) {
+  script->setup_replace_text(table);
+}
 
 void AI_DOCUMENT::setup_replace_placed_art(const char* id, const TAB_TEXT& table) {
   script->setup_replace_placed_art(id, table);

@@ -21,8 +21,8 @@ const char* TAB_TEXT_REC::get_field(long long col) const {
 }
 
 void TAB_TEXT::init(const char* file_name) {
-  init_from_bytes(read_whole_file(file_name, "tab text file open error\n",
-                                  "tab text file read error\n"));
+  init_from_bytes(
+      read_whole_file(file_name, "tab text file open error\n", "tab text file read error\n"));
 }
 
 void TAB_TEXT::init_from_bytes(std::string bytes) {
