@@ -2,13 +2,14 @@
 
 #include "driver/diagnostics.h"
 
-STACK_OBJ::STACK_OBJ(std::string_view token) {
-  if (token.size() > kMaxLength) fail("STACK_OBJ::str size error\n");
+STACK_OBJ::STACK_OBJ(std::string_view token, bool check_length) {
+  if (check_length && token.size() > kMaxLength) fail("STACK_OBJ::str size error\n");
   str.assign(token);
 }
 
 const char* STACK::push(std::string_view token) {
-  entries.emplace_back(token);
+  if (token.size() > STACK_OBJ::kMaxLength && defer_size_errors) overlong = true;
+  entries.emplace_back(token, !defer_size_errors);
   return entries.back().str.c_str();
 }
 

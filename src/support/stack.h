@@ -13,13 +13,18 @@ struct STACK_OBJ {
 
   // Copies the word; a word of more than kMaxLength characters fails the run with
   // "STACK_OBJ::str size error\n".
-  explicit STACK_OBJ(std::string_view token);
+  explicit STACK_OBJ(std::string_view token, bool check_length = true);
 
   std::string str;
 };
 
 class STACK {
  public:
+  STACK() = default;
+  // A stack that defers its word-length error: it keeps long words whole and remembers
+  // them, so that a parser can first decide whether the object matters at all.
+  explicit STACK(bool defer) : defer_size_errors(defer) {}
+
   // Pushes a copy of the word and returns the stored copy.
   const char* push(std::string_view token);
   // push, then drop the oldest words while more than bound are held.
@@ -36,8 +41,12 @@ class STACK {
   const STACK_OBJ* shift();
   void free_overflow() { overflow.reset(); }
   void free_all();
+  // Whether a word longer than STACK_OBJ::kMaxLength was pushed (deferring stacks only).
+  bool overlong_seen() const { return overlong; }
 
  private:
+  bool defer_size_errors = false;
+  bool overlong = false;
   std::deque<STACK_OBJ> entries;  // oldest first
   std::optional<STACK_OBJ> overflow;
 };

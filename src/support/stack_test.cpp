@@ -83,3 +83,15 @@ TEST(StackTest, PushStoresACopy) {
   word[0] = 'z';
   EXPECT_STREQ("abc", stack.peek(0));
 }
+
+TEST(StackTest, DeferringStackKeepsLongWordsAndRemembersThem) {
+  STACK stack(true);
+  stack.push("short");
+  EXPECT_FALSE(stack.overlong_seen());
+  std::string word(5000, 'y');
+  stack.push(word);
+  stack.free_all();
+  EXPECT_TRUE(stack.overlong_seen());
+  stack.push(word);
+  EXPECT_EQ(word, stack.peek(0));
+}

@@ -22,6 +22,9 @@ void AI_TEXT::setup(const AI_DOCUMENT& doc, int line, int layer_last, int* next)
   }
   if (last_line < 0) fail("cannot find %s\n", "TO");
   *next = last_line + 1;
+  if (text_type != 0) return;
+  replace = std::make_unique<AI_TEXT_REPLACE>();
+  if (!replace->setup(doc, first_line, last_line)) replace.reset();
 }
 
 void AI_TEXT::print_new(const AI_DOCUMENT& doc, Output& out, int* last) const {

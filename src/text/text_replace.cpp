@@ -1,6 +1,46 @@
 #include "text/text_replace.h"
 
-// The point-text model is not built yet: no text object creates this part so far.
-void AI_TEXT_REPLACE::setup_tabtxt(const char*, const TAB_TEXT&) {}
-void AI_TEXT_REPLACE::setup_tabtxt(const TAB_TEXT&) {}
-void AI_TEXT_REPLACE::print_new(Output&) const {}
+#include "document/ai_document.h"
+#include "driver/diagnostics.h"
+#include "support/patterns.h"
+#include "support/regex.h"
+#include "support/stack.h"
+#include "support/token.h"
+
+namespace {
+
+// Each operator sees the words read since the previous one, at most this many.
+constexpr int kStackBound = 10;
+
+// Whether the runs' strings, joined without separators, hold a placeholder of the plain
+// syntax (which a placeholder of the syntax with a font contains too).
+bool holds_placeholder(const AI_POINT_TEXT& point_text) {
+  std::optional<std::string> joined = point_text.TxTXstring(nullptr);
+  if (!joined) return false;
+  MY_REGEX regex;
+  AI_REGEX_PATTERN pattern;
+  if (!regex.compile(pattern.create_pattern(nullptr))) fail("%s", regex.error_text().c_str());
+  regex.init_offset(joined->c_str());
+  return regex.match_yes() == 1;
+}
+
+}  // namespace
+
+bool AI_TEXT_REPLACE::setup(const AI_DOCUMENT& doc, int first, int last) {
+  // Long words are an error only in a point text that is to be replaced; any other text
+  // object is written as read, whatever it holds.
+  STACK stack(true);
+  TOKEN token;
+  for (int i = first; i < last; ++i) {
+    token.init(doc.line(i), " ");
+    while (const char* word = token.get()) {
+      stack.push_bounded(std::string_view(word, token.length()), kStackBound);
+      if (!AI_POINT_TEXT::is_operator(word)) continue;
+      point_text.setup(word, stack);
+      stack.free_all();
+    }
+  }
+  if (!holds_placeholder(point_text)) return false;
+  if (stack.overlong_seen()) fail("STACK_OBJ::str size error\n");
+  return true;
+}

@@ -1,6 +1,9 @@
-// The replaceable part of a point text: its parsed model, which takes the table cells of
-// every text argument in turn and prints the object anew.
+// The replaceable part of a text object: the parsed model of a point text whose strings
+// hold a placeholder. It takes the cells of every text argument in turn and prints the
+// object's lines anew from the model.
 #pragma once
+
+#include "text/point_text.h"
 
 class AI_DOCUMENT;
 class Output;
@@ -8,7 +11,13 @@ class TAB_TEXT;
 
 class AI_TEXT_REPLACE {
  public:
-  void setup_tabtxt(const char* id, const TAB_TEXT& table);
-  void setup_tabtxt(const TAB_TEXT& table);
-  void print_new(Output& out) const;
+  // Parses the lines first..last-1 (the "TO" line is not read). Returns whether the point
+  // text holds a placeholder and so is to be replaced.
+  bool setup(const AI_DOCUMENT& doc, int first, int last);
+  void setup_tabtxt(const char* id, const TAB_TEXT& table) { point_text.setup_tabtxt(id, table); }
+  void setup_tabtxt(const TAB_TEXT& table) { point_text.setup_tabtxt(table); }
+  void print_new(Output& out) const { point_text.print(out); }
+
+ private:
+  AI_POINT_TEXT point_text;
 };

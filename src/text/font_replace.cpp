@@ -1,0 +1,68 @@
+// Font replacement and the numeral-font encoding of a point text.
+#include <string>
+
+#include "driver/diagnostics.h"
+#include "support/escapes.h"
+#include "support/regex.h"
+#include "support/strings.h"
+#include "text/point_text.h"
+#include "text/rimba.h"
+
+namespace {
+
+// The number a digit run stands for, written without its leading zeros.
+std::string without_leading_zeros(const std::string& digits) {
+  size_t first = digits.find_first_not_of('0');
+  return first == std::string::npos ? "0" : digits.substr(first);
+}
+
+// The first run of decimal digits in text, or the empty text.
+std::string first_digits(const std::string& text) {
+  size_t start = text.find_first_of("0123456789");
+  if (start == std::string::npos) return "";
+  size_t end = text.find_first_not_of("0123456789", start);
+  return text.substr(start, end == std::string::npos ? std::string::npos : end - start);
+}
+
+}  // namespace
+
+// A placeholder that lies whole inside one run and names a font gives that run the font.
+void AI_POINT_TEXT::font_replace(const char* pattern) {
+  MY_REGEX regex;
+  if (!regex.compile(pattern)) {
+    fail("%sAI_POINT_TEXT:font_replace( char * ):regex compile error\n",
+         regex.error_text().c_str());
+  }
+  std::string match;
+  std::string font;
+  for (AI_TxTX& run : TxTX) {
+    const std::string* str = run.string();
+    if (!str) continue;
+    regex.init_offset(str->c_str());
+    if (!regex.match_next(match)) continue;
+    long long row = 0;
+    long long col = 0;
+    rowcol_font(match, &row, &col, &font);
+    if (font.empty() || !run.Tf) continue;
+    run.Tf->fontname = font;
+    run.font_replaced = 1;
+  }
+}
+
+// The first number of each run whose font was set to a numeral font becomes glyph codes,
+// written with the string escapes of the template. The escapes hold digits of their own,
+// so a run is encoded once only.
+void AI_POINT_TEXT::rimba_encode_tx() {
+  for (size_t i = 0; i < TxTX.size(); ++i) {
+    AI_TxTX& run = TxTX[i];
+    if (encoded[i] || !run.Tf || !IsRimba(run.Tf->fontname.c_str()) || run.font_replaced != 1) {
+      continue;
+    }
+    std::string* str = run.string();
+    if (!str) continue;
+    const std::string digits = first_digits(*str);
+    if (digits.empty()) continue;
+    *str = MY_STRING::replace(*str, digits, tx_encode(rimba_encode(without_leading_zeros(digits))));
+    encoded[i] = true;
+  }
+}

@@ -1,0 +1,191 @@
+#include "text/point_text.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "driver/diagnostics.h"
+#include "driver/options.h"
+#include "support/numbers.h"
+#include "support/output.h"
+#include "support/patterns.h"
+#include "support/regex.h"
+#include "support/stack.h"
+#include "support/strings.h"
+#include "table/tab_text.h"
+
+namespace {
+
+// A walk whose cells keep bringing back placeholders is stopped after this many
+// replacements, or once the texts it has produced add up to this many bytes.
+constexpr int kMaxReplacements = 100000;
+constexpr size_t kMaxExpansionBytes = size_t{256} << 20;
+
+std::string without_tabs(const std::string& text) {
+  return MY_STRING::replace(text, "\t", "");
+}
+
+long long number(const std::string& digits) {
+  return to_int(digits.c_str());
+}
+
+}  // namespace
+
+void rowcol(const std::string& match, long long* row, long long* col) {
+  const std::string text = without_tabs(match);
+  std::string runs[2];
+  size_t found = 0;
+  for (size_t i = 0; i < text.size() && found < 2; ++i) {
+    if (text[i] < '0' || text[i] > '9') continue;
+    size_t end = text.find_first_not_of("0123456789", i);
+    runs[found++] = text.substr(i, end == std::string::npos ? std::string::npos : end - i);
+    if (end == std::string::npos) break;
+    i = end;
+  }
+  *row = number(runs[0]);
+  *col = found == 2 ? number(runs[1]) : *row;
+}
+
+void rowcol_font(const std::string& match, long long* row, long long* col, std::string* font) {
+  static const char* const kLabel = "rowcol_font( char*, int*, int*, char* )";
+  const std::string text = without_tabs(match);
+  const size_t first = text.find('-');
+  const size_t second = first == std::string::npos ? first : text.find('-', first + 1);
+  if (second == std::string::npos) aborterr("AI_POINT_TEXT", kLabel, "placeholder without row");
+  *row = number(text.substr(first + 1, second - first - 1));
+  const size_t third = text.find('-', second + 1);
+  const size_t column_end = third != std::string::npos ? third : text.find('_', second + 1);
+  if (column_end == std::string::npos) aborterr("AI_POINT_TEXT", kLabel, "placeholder without _");
+  *col = number(text.substr(second + 1, column_end - second - 1));
+  font->clear();
+  if (third == std::string::npos) return;
+  const size_t close = text.find('_', third + 1);
+  if (close == std::string::npos) aborterr("AI_POINT_TEXT", kLabel, "placeholder without _");
+  font->assign(text, third + 1, close - third - 1);
+}
+
+bool AI_POINT_TEXT::is_operator(const char* word) {
+  static const char* const kOperators[] = {"Tp", "TP", "Ar", "Ap", "k",  "K",  "g",  "G",
+                                           "Tf", "Tr", "TV", "Tv", "Ta", "Tx", "TX", "Tt",
+                                           "Tz", "Tl", "Tk", "TK", "Ts", "Xu", "Tq"};
+  if (word[0] == '\0' || (word[1] != '\0' && word[2] != '\0')) return false;
+  for (const char* op : kOperators) {
+    if (std::strcmp(op, word) == 0) return true;
+  }
+  return false;
+}
+
+void AI_POINT_TEXT::setup(const char* op, const STACK& stack) {
+  if (std::strcmp(op, "Tp") == 0) {
+    double v[7];
+    for (int i = 0; i < 7; ++i) v[i] = to_double(stack.operand(7 - i));
+    Tp.setup(v[0], v[1], v[2], v[3], v[4], v[5], v[6]);
+  } else if (std::strcmp(op, "Tv") == 0) {
+    Tv.emplace();
+    Tv->setup(to_int(stack.operand(1)));
+  } else if (std::strcmp(op, "TP") == 0) {
+    TP_mark = true;
+  } else if (std::strcmp(op, "Ap") == 0 || std::strcmp(op, "Ar") == 0) {
+    attributes.create(op);
+    attributes.setup(op, stack);
+  } else {
+    setupTxTX(op, stack);
+  }
+}
+
+// Style operators gather into the run being filled; its Tx or TX string closes it.
+void AI_POINT_TEXT::setupTxTX(const char* op, const STACK& stack) {
+  if (TxTX_index == TxTX.size()) {
+    TxTX.emplace_back();
+    encoded.push_back(false);
+  }
+  TxTX.back().setup(op, stack);
+  if (std::strcmp(op, "Tx") == 0 || std::strcmp(op, "TX") == 0) ++TxTX_index;
+}
+
+void AI_POINT_TEXT::print(Output& out) const {
+  Tp.print(out);
+  if (Tv) Tv->print(out);
+  out.line(TP_mark ? "TP" : "");
+  attributes.print(out);
+  for (const AI_TxTX& run : TxTX) run.print(out);
+}
+
+std::optional<std::string> AI_POINT_TEXT::TxTXstring(const char* sep) const {
+  std::optional<std::string> text;
+  for (const AI_TxTX& run : TxTX) {
+    for (const auto* str : {&run.Tx_str, &run.TX_str}) {
+      if (!*str) continue;
+      if (text) MY_STRING::cat(text, sep);
+      MY_STRING::cat(text, (*str)->c_str());
+    }
+  }
+  return text;
+}
+
+void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab) {
+  std::optional<std::string> text = TxTXstring("\t");
+  AI_REGEX_PATTERN plain;
+  AI_REGEX_PATTERN2 with_font;
+  const char* pattern;
+  if (option_rx == 1) {
+    pattern = id ? with_font.create_pattern(id, "\t") : with_font.create_pattern("\t");
+    font_replace(pattern);
+  } else {
+    pattern = id ? plain.create_pattern(id, "\t") : plain.create_pattern("\t");
+  }
+  if (text) setup_tabtxt_split(setup_tabtxt_replace(std::move(*text), pattern, tab));
+  rimba_encode_tx();
+}
+
+// Each match is replaced everywhere in the text by its cell, followed by as many tabs as
+// it held so that the runs after it keep their own text; then the walk starts again.
+std::string AI_POINT_TEXT::setup_tabtxt_replace(std::string text, const char* pattern,
+                                                const TAB_TEXT& tab) {
+  MY_REGEX regex;
+  if (!regex.compile(pattern)) {
+    fail("%sAI_POINT_TEXT:setup_tabtxt_replace( char *, char *, TAB_TEXT *):regex compile error\n",
+         regex.error_text().c_str());
+  }
+  regex.init_offset(text.c_str());
+  int replacements = 0;
+  size_t produced = 0;
+  std::string match;
+  std::string font;
+  while (regex.match_next(match)) {
+    long long row = 0;
+    long long col = 0;
+    if (option_rx == 1) {
+      rowcol_font(match, &row, &col, &font);
+    } else {
+      rowcol(match, &row, &col);
+    }
+    const char* cell = tab.get_field(row - 1, col - 1);
+    if (option_rm != 1 && (!cell || !*cell)) continue;
+    std::string replacement = cell ? cell : "";
+    replacement.append(static_cast<size_t>(std::count(match.begin(), match.end(), '\t')), '\t');
+    text = MY_STRING::replace(text, match, replacement);
+    produced += text.size();
+    if (++replacements > kMaxReplacements || produced > kMaxExpansionBytes) {
+      fail("endless expansion of placeholder %s\n", without_tabs(match).c_str());
+    }
+    regex.init_offset(text.c_str());
+  }
+  return text;
+}
+
+// Gives the pieces between the tabs back to the runs that have a string, in order.
+void AI_POINT_TEXT::setup_tabtxt_split(const std::string& text) {
+  MY_STRING cutter;
+  cutter.split("\t", text);
+  std::optional<std::string> pending;
+  int more = 1;
+  for (AI_TxTX& run : TxTX) {
+    if (!pending) pending = cutter.split(&more);
+    if (std::string* str = run.string()) {
+      *str = std::move(*pending);
+      pending.reset();
+    } else if (!more) {
+      break;
+    }
+  }
+}

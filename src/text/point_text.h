@@ -1,0 +1,53 @@
+// The parsed model of a replaceable point text: its placement and attributes and its text
+// runs. Substitution joins the runs' strings with tabs, replaces every placeholder by the
+// table cell it names, and hands the pieces back to the runs, so each run keeps its style.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "textattr/point_attributes.h"
+#include "textattr/text_run.h"
+
+class Output;
+class STACK;
+class TAB_TEXT;
+
+// Row and column of a plain placeholder: the first two runs of digits, tabs ignored.
+void rowcol(const std::string& match, long long* row, long long* col);
+// Row, column and font name of a placeholder of the syntax with a closing "_".
+void rowcol_font(const std::string& match, long long* row, long long* col, std::string* font);
+
+class AI_POINT_TEXT {
+ public:
+  // Whether word is one of the operators that the model files.
+  static bool is_operator(const char* word);
+
+  // Files one operator; it is the newest word of stack, its operands the words below.
+  void setup(const char* op, const STACK& stack);
+  void print(Output& out) const;
+  // The runs' strings joined with sep (simply concatenated when sep is null); nothing when
+  // no run has a string.
+  std::optional<std::string> TxTXstring(const char* sep) const;
+
+  // Replaces the placeholders of identifier id (every identifier when id is null).
+  void setup_tabtxt(const char* id, const TAB_TEXT& tab);
+  void setup_tabtxt(const TAB_TEXT& tab) { setup_tabtxt(nullptr, tab); }
+
+ private:
+  std::string setup_tabtxt_replace(std::string text, const char* pattern, const TAB_TEXT& tab);
+  void setup_tabtxt_split(const std::string& text);
+  void font_replace(const char* pattern);
+  void rimba_encode_tx();
+  void setupTxTX(const char* op, const STACK& stack);
+
+  OP_Tp Tp;
+  std::optional<OP_Tv> Tv;
+  bool TP_mark = false;
+  AI_ATTRIBUTES attributes;
+  std::vector<AI_TxTX> TxTX;
+  // Runs whose number has been written in numeral-font codes; never encoded again.
+  std::vector<bool> encoded;
+  size_t TxTX_index = 0;
+};

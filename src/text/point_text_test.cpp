@@ -1,0 +1,179 @@
+#include "text/point_text.h"
+
+#include <gtest/gtest.h>
+#include <climits>
+
+#include "driver/diagnostics.h"
+#include "driver/options.h"
+#include "support/output.h"
+#include "support/stack.h"
+#include "support/token.h"
+#include "table/tab_text.h"
+
+namespace {
+
+// Parses operator lines into a point text the way a text object does.
+AI_POINT_TEXT parse(const std::vector<std::string>& lines) {
+  AI_POINT_TEXT text;
+  STACK stack;
+  TOKEN token;
+  for (const std::string& line : lines) {
+    token.init(line.c_str(), " ");
+    while (const char* word = token.get()) {
+      stack.push_bounded(word, 10);
+      if (!AI_POINT_TEXT::is_operator(word)) continue;
+      text.setup(word, stack);
+      stack.free_all();
+    }
+  }
+  return text;
+}
+
+std::string printed(const AI_POINT_TEXT& text) {
+  Output out;
+  text.print(out);
+  std::string lines = out.text();
+  for (char& c : lines) {
+    if (c == '\r') c = '|';
+  }
+  return lines;
+}
+
+TAB_TEXT table(const std::string& bytes) {
+  TAB_TEXT tab;
+  tab.init_from_bytes(bytes);
+  return tab;
+}
+
+class PointTextTest : public ::testing::Test {
+ protected:
+  void SetUp() override { reset_options(); }
+};
+
+}  // namespace
+
+TEST(RowColTest, PlainPlaceholders) {
+  long long row = 0;
+  long long col = 0;
+  rowcol("TX-2-3", &row, &col);
+  EXPECT_EQ(2, row);
+  EXPECT_EQ(3, col);
+  rowcol("TX-1\t2-3\t", &row, &col);  // digits split over runs are read whole
+  EXPECT_EQ(12, row);
+  EXPECT_EQ(3, col);
+  rowcol("T2-5-6", &row, &col);  // digits of the identifier come first
+  EXPECT_EQ(2, row);
+  EXPECT_EQ(5, col);
+  rowcol("TX-99999999999999999999-1", &row, &col);  // out of range names no cell
+  EXPECT_EQ(INT_MAX, row);
+}
+
+TEST(RowColTest, PlaceholdersWithFont) {
+  long long row = 0;
+  long long col = 0;
+  std::string font = "unchanged";
+  rowcol_font("TX-2-3_", &row, &col, &font);
+  EXPECT_EQ(2, row);
+  EXPECT_EQ(3, col);
+  EXPECT_EQ("", font);
+  rowcol_font("TX-1\t0-4-Rimba-Bold\t_", &row, &col, &font);
+  EXPECT_EQ(10, row);
+  EXPECT_EQ(4, col);
+  EXPECT_EQ("Rimba-Bold", font);
+  rowcol_font("TX-2-3-_", &row, &col, &font);
+  EXPECT_EQ(3, col);
+  EXPECT_EQ("", font);
+  try {
+    rowcol_font("TX_", &row, &col, &font);
+    FAIL() << "no error";
+  } catch (const Error& error) {
+    EXPECT_STREQ("AI_POINT_TEXT:rowcol_font( char*, int*, int*, char* ):placeholder without row\n",
+                 error.what());
+  }
+}
+
+TEST_F(PointTextTest, PrintsInFixedOrderWithAnEmptyLineWithoutTP) {
+  AI_POINT_TEXT text = parse({"800 Ar", "1 Ap", "0 Tv", "(a) Tx"});
+  EXPECT_EQ(
+      "1.000000 0.000000 0.000000 1.000000 0.000000 0.000000 0.000000 Tp|0 Tv||1 Ap|800 Ar|(a) Tx|",
+      printed(text));
+}
+
+TEST_F(PointTextTest, RunsGroupStylesWithTheirString) {
+  AI_POINT_TEXT text = parse({"0 g", "(a) Tx", "(b) TX", "/_F 1 2 3 Tf", "(c) Tx", "1 g"});
+  EXPECT_EQ(
+      "1.000000 0.000000 0.000000 1.000000 0.000000 0.000000 0.000000 Tp||"
+      "0.000000 g|(a) Tx|(b) TX|/_F 1.000000 2.000000 3.000000 Tf|(c) Tx|1.000000 g|",
+      printed(text));
+  EXPECT_EQ("a\tb\tc", *text.TxTXstring("\t"));
+  EXPECT_EQ("abc", *text.TxTXstring(nullptr));
+  EXPECT_FALSE(parse({"0 g"}).TxTXstring(nullptr).has_value());
+}
+
+TEST_F(PointTextTest, ReplacesByIdentifierOnly) {
+  AI_POINT_TEXT text = parse({"(X TX-2-3 Y PH-2-3 TX-2-3) Tx"});
+  text.setup_tabtxt("TX", table("a\n\t\tabc\n"));
+  EXPECT_EQ("X abc Y PH-2-3 abc", *text.TxTXstring(nullptr));
+  text.setup_tabtxt(table("a\n\t\tcell\n"));
+  EXPECT_EQ("X abc Y cell abc", *text.TxTXstring(nullptr));
+}
+
+TEST_F(PointTextTest, MissingAndEmptyCellsAreKeptOrRemoved) {
+  const TAB_TEXT tab = table("\tfull\n");
+  AI_POINT_TEXT kept = parse({"(TX-0-0 TX-1-1 TX-1-2 TX-9-9) Tx"});
+  kept.setup_tabtxt("TX", tab);
+  EXPECT_EQ("TX-0-0 TX-1-1 full TX-9-9", *kept.TxTXstring(nullptr));
+  option_rm = 1;
+  AI_POINT_TEXT removed = parse({"(TX-0-0 TX-1-1 TX-1-2 TX-9-9) Tx"});
+  removed.setup_tabtxt("TX", tab);
+  EXPECT_EQ("  full ", *removed.TxTXstring(nullptr));
+}
+
+TEST_F(PointTextTest, PlaceholderSpreadOverRuns) {
+  const TAB_TEXT tab = table("a\tb\tCELL\n");
+  AI_POINT_TEXT two = parse({"/_A 1 1 1 Tf", "(x TX-) Tx", "/_B 1 1 1 Tf", "(1-3) Tx"});
+  two.setup_tabtxt("TX", tab);
+  EXPECT_EQ("x CELL\t", *two.TxTXstring("\t"));
+  AI_POINT_TEXT three = parse({"(T) Tx", "(X-1) Tx", "(-3 end) Tx", "(next) Tx"});
+  three.setup_tabtxt("TX", tab);
+  EXPECT_EQ("CELL\t\t end\tnext", *three.TxTXstring("\t"));
+}
+
+TEST_F(PointTextTest, NewSyntaxIsReplacedWholeAndSetsFonts) {
+  option_rx = 1;
+  const TAB_TEXT tab = table("1234\n");
+  AI_POINT_TEXT text = parse({"/_Helvetica 12 12 0 Tf", "(Price TX-1-1-RimbaNum_ EUR) Tx",
+                              "/_Helvetica 12 12 0 Tf", "(TX-1-1) Tx"});
+  text.setup_tabtxt("TX", tab);
+  EXPECT_EQ("Price \\335\\253n&q| EUR\tTX-1-1", *text.TxTXstring("\t"));
+  EXPECT_NE(std::string::npos, printed(text).find("/_RimbaNum 12.000000"));
+  // A second argument over the same run leaves the encoded number alone.
+  text.setup_tabtxt("TX", tab);
+  EXPECT_EQ("Price \\335\\253n&q| EUR\tTX-1-1", *text.TxTXstring("\t"));
+}
+
+TEST_F(PointTextTest, EncodingNeedsAReplacedNumeralFont) {
+  option_rx = 1;
+  AI_POINT_TEXT other = parse({"/_Helvetica 1 1 1 Tf", "(TX-1-1-Arial_) Tx"});
+  other.setup_tabtxt("TX", table("0012 and 12\n"));
+  EXPECT_EQ("0012 and 12", *other.TxTXstring(nullptr));
+  AI_POINT_TEXT template_font = parse({"/_RimbaNum 1 1 1 Tf", "(TX-1-1_) Tx"});
+  template_font.setup_tabtxt("TX", table("12\n"));
+  EXPECT_EQ("12", *template_font.TxTXstring(nullptr));
+  AI_POINT_TEXT zeros = parse({"/_Helvetica 1 1 1 Tf", "(TX-1-1-Rimba_ 007) Tx"});
+  zeros.setup_tabtxt("TX", table("x\n"));
+  EXPECT_EQ("x r|", *zeros.TxTXstring(nullptr));
+}
+
+TEST_F(PointTextTest, ExpansionThatNeverEndsIsStopped) {
+  AI_POINT_TEXT text = parse({"(TX-1-1) Tx"});
+  try {
+    text.setup_tabtxt("TX", table("TX-1-1 again\n"));
+    FAIL() << "no error";
+  } catch (const Error& error) {
+    EXPECT_STREQ("endless expansion of placeholder TX-1-1\n", error.what());
+  }
+  AI_POINT_TEXT nested = parse({"(TX-1-1) Tx"});
+  nested.setup_tabtxt("TX", table("<TX-1-2>\tend\n"));
+  EXPECT_EQ("<end>", *nested.TxTXstring(nullptr));
+}

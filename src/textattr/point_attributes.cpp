@@ -1,0 +1,57 @@
+#include "textattr/point_attributes.h"
+
+#include <string_view>
+
+#include "support/numbers.h"
+#include "support/output.h"
+#include "support/stack.h"
+
+void OP_Tp::setup(double v0, double v1, double v2, double v3, double v4, double v5, double v6) {
+  values[0] = v0;
+  values[1] = v1;
+  values[2] = v2;
+  values[3] = v3;
+  values[4] = v4;
+  values[5] = v5;
+  values[6] = v6;
+}
+
+void OP_Tp::print(Output& out) const {
+  out.printf("%f %f %f %f %f %f %f Tp%s", values[0], values[1], values[2], values[3], values[4],
+             values[5], values[6], "\r");
+}
+
+void OP_Ap::print(Output& out) const {
+  out.printf("%d Ap%s", value, "\r");
+}
+
+void OP_Ar::print(Output& out) const {
+  out.printf("%d Ar%s", value, "\r");
+}
+
+void AI_ATTRIBUTES::create(const char* op) {
+  std::string_view word = op;
+  if (word == "Ap") Ap.emplace();
+  if (word == "Ar") Ar.emplace();
+}
+
+void AI_ATTRIBUTES::setup(const char* op, const STACK& stack) {
+  std::string_view word = op;
+  if (word == "Ap") {
+    if (!Ap) Ap.emplace();
+    Ap->setup(to_int(stack.operand(1)));
+  }
+  if (word == "Ar") {
+    if (!Ar) Ar.emplace();
+    Ar->setup(to_int(stack.operand(1)));
+  }
+}
+
+void AI_ATTRIBUTES::print(Output& out) const {
+  if (Ap) Ap->print(out);
+  if (Ar) Ar->print(out);
+}
+
+void OP_Tv::print(Output& out) const {
+  out.printf("%d Tv%s", value, "\r");
+}
