@@ -44,7 +44,7 @@ case "${1:-build}" in
     (cd build-sanitize && ctest --output-on-failure -j "$jobs") ;;
   fuzz)
     need_packages clang libclang-rt-dev
-    configure_and_build build-fuzz -DORMEL_FUZZ=ON -DCMAKE_CXX_COMPILER=clang++ -DORMEL_TESTS=OFF
+    configure_and_build build-fuzz -DORMEL_FUZZ=ON -DORMEL_SANITIZE=ON -DCMAKE_CXX_COMPILER=clang++ -DORMEL_TESTS=OFF
     sh fuzz/run-fuzzers.sh build-fuzz "${2:-60}" ;;
   bench)
     configure_and_build build -DCMAKE_BUILD_TYPE=Release

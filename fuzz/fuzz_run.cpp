@@ -1,0 +1,95 @@
+// Fuzzes a whole run. The input is cut at lines "%%--" into: option words (separated by
+// blanks), the template, a text table, a placed-art table, then EPS files, which are
+// written as e0.eps, e1.eps, ... into a scratch home folder. A text table that begins with
+// "*" is given as the one table for every identifier; otherwise the run gets "TX=" the text
+// table and "EPS-PH=" the placed-art table.
+#include <unistd.h>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "driver/diagnostics.h"
+#include "driver/run.h"
+#include "support/output.h"
+
+namespace {
+
+std::vector<std::string> cut(const std::string& input) {
+  static const std::string kSeparator = "\n%%--\n";
+  std::vector<std::string> parts;
+  size_t start = 0;
+  for (size_t found; (found = input.find(kSeparator, start)) != std::string::npos;
+       start = found + kSeparator.size()) {
+    parts.push_back(input.substr(start, found - start));
+  }
+  parts.push_back(input.substr(start));
+  parts.resize(parts.size() < 4 ? 4 : parts.size());
+  return parts;
+}
+
+const std::string& scratch_home() {
+  static const std::string home = [] {
+    char pattern[] = "/tmp/ormel-fuzz-XXXXXX";
+    const char* made = mkdtemp(pattern);
+    if (!made) std::abort();
+    return std::string(made);
+  }();
+  return home;
+}
+
+void write_file(const std::string& path, const std::string& bytes) {
+  FILE* file = std::fopen(path.c_str(), "wb");
+  if (!file) std::abort();
+  std::fwrite(bytes.data(), 1, bytes.size(), file);
+  std::fclose(file);
+}
+
+std::vector<std::string> arguments(const std::vector<std::string>& parts) {
+  const std::string& home = scratch_home();
+  std::vector<std::string> args = {"ormel"};
+  size_t start = 0;
+  const std::string& words = parts[0];
+  while (start <= words.size()) {
+    size_t end = words.find(' ', start);
+    if (end == std::string::npos) end = words.size();
+    if (end > start && words[start] == '-') args.push_back(words.substr(start, end - start));
+    start = end + 1;
+  }
+  args.push_back("-home=" + home + "/");
+  write_file(home + "/template.ai", parts[1]);
+  write_file(home + "/text.txt", parts[2]);
+  write_file(home + "/placed.txt", parts[3]);
+  for (size_t i = 4; i < parts.size(); ++i) {
+    write_file(home + "/e" + std::to_string(i - 4) + ".eps", parts[i]);
+  }
+  args.push_back(home + "/template.ai");
+  if (!parts[2].empty() && parts[2][0] == '*') {
+    args.push_back(home + "/text.txt");
+  } else {
+    args.push_back("TX=" + home + "/text.txt");
+    args.push_back("EPS-PH=" + home + "/placed.txt");
+  }
+  return args;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const std::vector<std::string> args =
+      arguments(cut(std::string(reinterpret_cast<const char*>(data), size)));
+  Output out;
+  std::string diagnostics;
+  try {
+    int status = run(args, out, diagnostics);
+    const std::string& text = out.text();
+    bool complete = text.size() >= 6 && text.compare(text.size() - 6, 6, "%%EOF\r") == 0;
+    if (status == 0 && !complete && text != "1.00\n") std::abort();
+    if (status == 1 && (!text.empty() || diagnostics.empty())) std::abort();
+  } catch (const Error& error) {
+    // A failure is never silent and never leaves part of a document behind.
+    if (!out.text().empty() || error.what()[0] == '\0') std::abort();
+  }
+  return 0;
+}
