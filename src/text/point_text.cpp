@@ -16,9 +16,11 @@
 namespace {
 
 // A walk whose cells keep bringing back placeholders is stopped after this many
-// replacements, or once the texts it has produced add up to this many bytes.
+// replacements, or once the texts it has produced add up to more than this many bytes
+// plus a multiple of the text it started from: time and memory stay bounded by the input.
 constexpr int kMaxReplacements = 100000;
-constexpr size_t kMaxExpansionBytes = size_t{256} << 20;
+constexpr size_t kExpansionBytes = size_t{16} << 20;
+constexpr size_t kExpansionFactor = 16;
 
 std::string without_tabs(const std::string& text) {
   return MY_STRING::replace(text, "\t", "");
@@ -147,6 +149,7 @@ std::string AI_POINT_TEXT::setup_tabtxt_replace(std::string text, const char* pa
          regex.error_text().c_str());
   }
   regex.init_offset(text.c_str());
+  const size_t budget = kExpansionBytes + kExpansionFactor * text.size();
   int replacements = 0;
   size_t produced = 0;
   std::string match;
@@ -165,7 +168,7 @@ std::string AI_POINT_TEXT::setup_tabtxt_replace(std::string text, const char* pa
     replacement.append(static_cast<size_t>(std::count(match.begin(), match.end(), '\t')), '\t');
     text = MY_STRING::replace(text, match, replacement);
     produced += text.size();
-    if (++replacements > kMaxReplacements || produced > kMaxExpansionBytes) {
+    if (++replacements > kMaxReplacements || produced > budget) {
       fail("endless expansion of placeholder %s\n", without_tabs(match).c_str());
     }
     regex.init_offset(text.c_str());

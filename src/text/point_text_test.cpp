@@ -173,6 +173,13 @@ TEST_F(PointTextTest, ExpansionThatNeverEndsIsStopped) {
   } catch (const Error& error) {
     EXPECT_STREQ("endless expansion of placeholder TX-1-1\n", error.what());
   }
+  AI_POINT_TEXT doubling = parse({"(TX-1-1) Tx"});
+  try {
+    doubling.setup_tabtxt("TX", table("TX-1-1 TX-1-1\n"));
+    FAIL() << "no error";
+  } catch (const Error& error) {
+    EXPECT_STREQ("endless expansion of placeholder TX-1-1\n", error.what());
+  }
   AI_POINT_TEXT nested = parse({"(TX-1-1) Tx"});
   nested.setup_tabtxt("TX", table("<TX-1-2>\tend\n"));
   EXPECT_EQ("<end>", *nested.TxTXstring(nullptr));
