@@ -1,0 +1,128 @@
+#include "document/ai_document.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+#include "document/layer.h"
+#include "driver/diagnostics.h"
+#include "support/output.h"
+
+namespace {
+
+const char kMinimal[] =
+    "%!PS-Adobe-3.0\r%%EndComments\r%%EndProlog\r%%BeginSetup\r%%EndSetup\r"
+    "%%PageTrailer\r%%Trailer\r%%EOF\r";
+
+std::string lines_of(const AI_DOCUMENT& doc) {
+  std::string joined;
+  for (int i = 0; i < doc.line_count(); ++i) joined += std::string(doc.line(i)) + "|";
+  return joined;
+}
+
+std::string error_of(const std::string& bytes) {
+  try {
+    AI_DOCUMENT doc(bytes);
+    doc.analyze_doc();
+  } catch (const Error& error) {
+    return error.what();
+  }
+  return "(no error)";
+}
+
+}  // namespace
+
+TEST(StrposTest, SearchesBothWays) {
+  const char text[] = "ab%%EOFcd%%EOF";
+  EXPECT_EQ(text + 2, strpos(text, 14, "%%EOF", 0));
+  EXPECT_EQ(text + 9, strpos(text, 14, "%%EOF", 1));
+  EXPECT_EQ(nullptr, strpos(text, 14, "%%EOF", 2));
+  EXPECT_EQ(nullptr, strpos(text, 3, "%%EOF", 1));
+  EXPECT_EQ(nullptr, strpos(text, 14, "zz", 0));
+}
+
+TEST(DocumentTest, LinesStartAtTheHeaderAndEndAtTheLastEof) {
+  AI_DOCUMENT doc("preview\x01\x02%!PS-Adobe a\r\nb\nc\rd\r%%EOF\rafter\r");
+  EXPECT_EQ("%!PS-Adobe a|b\nc|d|%%EOF|", lines_of(doc));
+  AI_DOCUMENT blank("%!PS\r%!PS-Adobe\r%%EOF \rx\r");
+  EXPECT_EQ("%!PS-Adobe|", lines_of(blank));  // "%%EOF " is not a line of the document
+  AI_DOCUMENT no_cr("%!PS-Adobe\n%%EOF\n");
+  EXPECT_EQ("%!PS-Adobe\n%%EOF\n|", lines_of(no_cr));
+}
+
+TEST(DocumentTest, EmbeddedDocumentsAreCutOut) {
+  AI_DOCUMENT doc(
+      "%!PS-Adobe\rA\r%%BeginDocument: x\rinner\r%%EndDocument\r\nB\r"
+      "%%BeginDocument\r%%EndDocument\rC%%BeginDocument%%EndDocument\nD\r%%EOF\r");
+  EXPECT_EQ("%!PS-Adobe|A|B|C\nD|%%EOF|", lines_of(doc));
+}
+
+TEST(DocumentTest, LoadingFailures) {
+  EXPECT_EQ("cannot find %!PS-Adobe\n", error_of("%%EOF\r"));
+  EXPECT_EQ("cannot find %%EOF\n", error_of("%!PS-Adobe\r"));
+  EXPECT_EQ("cannot find %%EndDocument\n", error_of("%!PS-Adobe\r%%BeginDocument\r%%EOF\r"));
+  try {
+    AI_DOCUMENT::read_file("/nonexistent/template.ai");
+    FAIL() << "no error";
+  } catch (const Error& error) {
+    EXPECT_STREQ("ai file open error\n", error.what());
+  }
+}
+
+TEST(DocumentTest, LineLimit) {
+  std::string exact = "%!PS-Adobe\r";
+  for (int i = 2; i < AI_DOCUMENT::kMaxLines; ++i) exact += "\r";
+  exact += "%%EOF\r";
+  EXPECT_EQ(AI_DOCUMENT::kMaxLines, AI_DOCUMENT(exact).line_count());
+  EXPECT_EQ("overflow doc\n", error_of(exact.substr(0, 11) + "\r" + exact.substr(11)));
+}
+
+TEST(DocumentTest, MissingSectionComments) {
+  EXPECT_EQ("(no error)", error_of(kMinimal));
+  EXPECT_EQ("cannot find %%EndProlog\n", error_of("%!PS-Adobe\r%%EndProlog \r%%EOF\r"));
+  EXPECT_EQ("cannot find %%BeginSetup\n", error_of("%!PS-Adobe\r%%EndProlog\r%%EOF\r"));
+  EXPECT_EQ("cannot find %%EndSetup\n",
+            error_of("%!PS-Adobe\r%%EndProlog\r%%BeginSetup\r%%EOF\r%%EndSetup\r"));
+  EXPECT_EQ("cannot find %%PageTrailer\n",
+            error_of("%!PS-Adobe\r%%EndProlog\r%%BeginSetup\r%%EndSetup\r%%EOF\r"));
+  EXPECT_EQ("cannot find %%Trailer\n",
+            error_of("%!PS-Adobe\r%%EndProlog\r%%BeginSetup\r%%EndSetup\r%%PageTrailer\r%%EOF\r"));
+}
+
+TEST(DocumentTest, SectionsAndLayers) {
+  AI_DOCUMENT doc(
+      "%!PS-Adobe\r%%EndComments\r%%BeginProcSet: p\r%%EndProcSet\r%%EndProlog\rgap\r"
+      "%%BeginSetup\r%%EndSetup\r%AI5_BeginLayer\r1 To\rTO\r%AI5_EndLayer--\rgap\r"
+      "%AI5_BeginLayer\r%AI5_EndLayer--\r%%PageTrailer\r%%Trailer\r%%EOF\r");
+  doc.analyze_doc();
+  EXPECT_EQ(1, doc.get_prolog()->header.last_line);
+  EXPECT_EQ(2, doc.get_prolog()->procset.first_line);
+  EXPECT_EQ(3, doc.get_prolog()->procset.last_line);
+  EXPECT_EQ(4, doc.get_prolog()->last_line);
+  const AI_SCRIPT& script = *doc.get_script();
+  EXPECT_EQ(6, script.first_line);
+  EXPECT_EQ(17, script.last_line);
+  ASSERT_EQ(2, script.layer_count());
+  EXPECT_EQ(1, script.layer(0).text_count());
+  EXPECT_EQ(13, script.layer(1).first_line);
+  EXPECT_EQ(15, script.page_trailer.first_line);
+  EXPECT_EQ(15, script.page_trailer.last_line);
+  EXPECT_EQ(16, script.doc_trailer.last_line);
+  Output out;
+  doc.print_new(out);
+  EXPECT_EQ(
+      "%!PS-Adobe\r%%EndComments\r%%BeginProcSet: p\r%%EndProcSet\r%%EndProlog\r"
+      "%%BeginSetup\r%%EndSetup\r%AI5_BeginLayer\r1 To\rTO\r%AI5_EndLayer--\r"
+      "%AI5_BeginLayer\r%AI5_EndLayer--\r%%PageTrailer\r%%Trailer\r",
+      out.text());
+}
+
+TEST(DocumentTest, EofInsideTheLastLine) {
+  AI_DOCUMENT doc(
+      "%!PS-Adobe\r%%EndProlog\r%%BeginSetup\r%%EndSetup\r%%PageTrailer\r"
+      "%%Trailer\nexec\n%%EOF\r");
+  doc.analyze_doc();
+  Output out;
+  doc.print_new(out);
+  EXPECT_EQ("%!PS-Adobe\r%%EndProlog\r%%BeginSetup\r%%EndSetup\r%%PageTrailer\r%%Trailer\nexec\n",
+            out.text());
+}
