@@ -4,7 +4,6 @@
 #include "document/layer.h"
 #include "driver/diagnostics.h"
 #include "placed/placed_art_replace.h"
-#include "support/output.h"
 
 AI_PLACED_ART::AI_PLACED_ART() = default;
 AI_PLACED_ART::~AI_PLACED_ART() = default;
@@ -16,9 +15,11 @@ void AI_PLACED_ART::setup(const AI_DOCUMENT& doc, int start, int end, int* next)
   if (i >= end) fail("cannot find end of placed art\n");
   last_line = i;
   *next = i;
+  replace = std::make_unique<AI_PLACED_ART_REPLACE>();
+  replace->setup(doc, first_line, last_line);
 }
 
-void AI_PLACED_ART::print_new(const AI_DOCUMENT& doc, Output& out, int* last) const {
-  for (int i = first_line; i <= last_line; ++i) out.line(doc.line(i));
+void AI_PLACED_ART::print_new(const AI_DOCUMENT&, Output& out, int* last) const {
+  replace->print(out);
   *last = last_line;
 }

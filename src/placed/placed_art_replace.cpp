@@ -1,4 +1,220 @@
 #include "placed/placed_art_replace.h"
 
-// The placement model is not built yet: no placed-art block creates this part so far.
-void AI_PLACED_ART_REPLACE::setup_tabtxt(const char*, const TAB_TEXT&) {}
+#include <cmath>
+#include <cstring>
+#include <initializer_list>
+#include <optional>
+#include <string>
+
+#include "document/ai_document.h"
+#include "driver/diagnostics.h"
+#include "driver/options.h"
+#include "placed/eps_path.h"
+#include "placed/epsf_info.h"
+#include "support/numbers.h"
+#include "support/output.h"
+#include "support/patterns.h"
+#include "support/regex.h"
+#include "support/stack.h"
+#include "support/token.h"
+#include "table/tab_text.h"
+
+namespace {
+
+// The backquote takes eleven operands; a few more words are kept than it needs.
+constexpr int kWordsKept = 16;
+constexpr double kMaxScale = 128.0;
+constexpr double kMinScale = 1.0 / 128.0;
+
+struct POINT {
+  double x;
+  double y;
+};
+
+struct EXTENT {
+  double min_x;
+  double max_x;
+  double min_y;
+  double max_y;
+};
+
+// The point (x, y) through the PostScript matrix [a b c d tx ty].
+POINT map(const double m[6], double x, double y) {
+  return {m[0] * x + m[2] * y + m[4], m[1] * x + m[3] * y + m[5]};
+}
+
+// The corners of a box through the matrix: lower left, upper left, upper right, lower right.
+void corners(const double m[6], double llx, double lly, double urx, double ury, POINT out[4]) {
+  out[0] = map(m, llx, lly);
+  out[1] = map(m, llx, ury);
+  out[2] = map(m, urx, ury);
+  out[3] = map(m, urx, lly);
+}
+
+EXTENT extent(const POINT p[4]) {
+  return {AI_PLACED_ART_REPLACE::getMinimum(p[0].x, p[1].x, p[2].x, p[3].x),
+          AI_PLACED_ART_REPLACE::getMaximum(p[0].x, p[1].x, p[2].x, p[3].x),
+          AI_PLACED_ART_REPLACE::getMinimum(p[0].y, p[1].y, p[2].y, p[3].y),
+          AI_PLACED_ART_REPLACE::getMaximum(p[0].y, p[1].y, p[2].y, p[3].y)};
+}
+
+// How far the scaled art must move to meet the frame at the reference point; the centre,
+// unless a corner is named, is the middle of the first diagonal of each.
+POINT refpt_offset(const POINT frame[4], const EXTENT& f, const POINT art[4], const EXTENT& e) {
+  const std::string& refpt = option_refpt;
+  if (refpt == "lowerleft") return {f.min_x - e.min_x, f.min_y - e.min_y};
+  if (refpt == "lowerright") return {f.max_x - e.max_x, f.min_y - e.min_y};
+  if (refpt == "upperright") return {f.max_x - e.max_x, f.max_y - e.max_y};
+  if (refpt == "upperleft") return {f.min_x - e.min_x, f.max_y - e.max_y};
+  return {(frame[2].x + frame[0].x) / 2 - (art[2].x + art[0].x) / 2,
+          (frame[2].y + frame[0].y) / 2 - (art[2].y + art[0].y) / 2};
+}
+
+bool holds_placeholder(const char* id, const std::string& name) {
+  AI_REGEX_PATTERN pattern;
+  MY_REGEX regex;
+  if (!regex.compile(pattern.create_pattern(id, nullptr))) {
+    fail("AI_PLACED_ART_REPLACE::regex compile error\n");
+  }
+  regex.init_offset(name.c_str());
+  return regex.match_count() > 0;
+}
+
+// The box of the EPS file a cell names below the home directory, if it has a usable one.
+std::optional<EPS_BBOX> new_art_box(const char* cell) {
+  const std::optional<std::string> path = local_eps_path(cell, option_home_dir);
+  if (!path) return std::nullopt;
+  EPSF_INFO info(*path);
+  if (info.analyze() != 0) return std::nullopt;
+  return info.get_HiResBoundingBox();
+}
+
+}  // namespace
+
+void AI_PLACED_ART_REPLACE::setup(const AI_DOCUMENT& doc, int first, int last) {
+  STACK stack;
+  TOKEN token;
+  for (int i = first; i < last; ++i) {
+    token.init(doc.line(i), " ");
+    while (const char* word = token.get()) {
+      stack.push_bounded(std::string_view(word, token.length()), kWordsKept);
+      read_word(stack);
+    }
+  }
+}
+
+// The placement is written "[a b c d tx ty] llx lly urx ury (file) `": the brackets stick
+// to the first and sixth numbers.
+void AI_PLACED_ART_REPLACE::read_word(const STACK& stack) {
+  const char* word = stack.peek(0);
+  if (std::strcmp(word, "`") == 0) {
+    std::string a = stack.operand(11);
+    if (!a.empty()) a.erase(0, 1);
+    std::string ty = stack.operand(6);
+    if (!ty.empty()) ty.pop_back();
+    setup_bquote(a.c_str(), stack.operand(10), stack.operand(9), stack.operand(8), stack.operand(7),
+                 ty.c_str(), stack.operand(5), stack.operand(4), stack.operand(3), stack.operand(2),
+                 stack.operand(1));
+  } else if (std::strcmp(word, "%%FileType:") == 0) {
+    file_type = to_int(stack.operand(1));
+  }
+}
+
+void AI_PLACED_ART_REPLACE::setup_bquote(const char* a, const char* b, const char* c, const char* d,
+                                         const char* tx, const char* ty, const char* llx,
+                                         const char* lly, const char* urx, const char* ury,
+                                         const char* file) {
+  bquote.setup(to_double(a), to_double(b), to_double(c), to_double(d), to_double(tx), to_double(ty),
+               to_double(llx), to_double(lly), to_double(urx), to_double(ury), file);
+}
+
+void AI_PLACED_ART_REPLACE::print(Output& out) const {
+  if (no_data == 1 && option_rm == 1) return;
+  out.printf("%s%s", "%AI5_BeginPlace", "\r");
+  out.printf("%s%d%s", "%%FileType:", file_type, "\r");
+  bquote.print(out);
+  out.printf("%s%s", kEndOperator, "\r");
+  out.printf("%s%s", "%AI5_EndPlace", "\r");
+}
+
+void AI_PLACED_ART_REPLACE::rowcol(const char* name, int* row, int* col) {
+  MY_REGEX regex;
+  if (!regex.compile("[0-9]+")) fail("%s", regex.error_text().c_str());
+  regex.init_offset(name);
+  std::string digits;
+  regex.match_next(digits);
+  *row = to_int(digits.c_str());
+  regex.match_next(digits);
+  *col = to_int(digits.c_str());
+}
+
+// The file string's base name, less its closing parenthesis, is what the placeholder is
+// looked for in; an empty file string has none.
+void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table) {
+  std::string name(basename(bquote.file_string));
+  if (!name.empty()) name.pop_back();
+  if (!holds_placeholder(id, name)) return;
+  int row = 0;
+  int col = 0;
+  rowcol(name.c_str(), &row, &col);
+  const char* cell =
+      table.get_field(static_cast<long long>(row) - 1, static_cast<long long>(col) - 1);
+  if (!cell || !*cell) {
+    no_data = 1;
+    return;
+  }
+  bquote.file_string = std::string("(") + cell + ")";
+  if (const std::optional<EPS_BBOX> art = new_art_box(cell)) fit(*art);
+}
+
+// One scale for both axes, the smaller ratio of frame to art ("-fit=min") or the larger,
+// then a move to the reference point; the new file's box becomes the placement's box.
+void AI_PLACED_ART_REPLACE::fit(const EPS_BBOX& art) {
+  double* const m = bquote.matrix;
+  const double* const box = bquote.bbox;
+  POINT frame[4];
+  POINT placed[4];
+  corners(m, box[0], box[1], box[2], box[3], frame);
+  corners(m, art.llx, art.lly, art.urx, art.ury, placed);
+  const EXTENT f = extent(frame);
+  EXTENT e = extent(placed);
+  const double art_width = e.max_x - e.min_x;
+  const double art_height = e.max_y - e.min_y;
+  if (art_width == 0 || art_height == 0) return;
+  const double sx = (f.max_x - f.min_x) / art_width;
+  const double sy = (f.max_y - f.min_y) / art_height;
+  double s;
+  if (option_fit == "min") {
+    s = sx < sy ? sx : sy;
+  } else {
+    s = sx > sy ? sx : sy;
+  }
+  for (int i = 0; i < 4; ++i) m[i] *= s;
+  // Beyond these bounds the art is left scaled where it stood.
+  if (s > kMaxScale || s < kMinScale || std::isnan(s)) return;
+  corners(m, art.llx, art.lly, art.urx, art.ury, placed);
+  e = extent(placed);
+  const POINT offset = refpt_offset(frame, f, placed, e);
+  m[4] = offset.x + frame[0].x;
+  m[5] = offset.y + frame[0].y;
+  bquote.bbox[0] = art.llx;
+  bquote.bbox[1] = art.lly;
+  bquote.bbox[2] = art.urx;
+  bquote.bbox[3] = art.ury;
+}
+
+double AI_PLACED_ART_REPLACE::getMinimum(double v1, double v2, double v3, double v4) {
+  double least = v1;
+  for (double v : {v2, v3, v4}) {
+    if (v < least) least = v;
+  }
+  return least;
+}
+
+double AI_PLACED_ART_REPLACE::getMaximum(double v1, double v2, double v3, double v4) {
+  double most = v1;
+  for (double v : {v2, v3, v4}) {
+    if (v > most) most = v;
+  }
+  return most;
+}

@@ -1,9 +1,42 @@
-// The replaceable part of a placed-art block: its placement, pointed at a new EPS file.
+// The replaceable part of a placed-art block: its placement, parsed from the block's words,
+// pointed at the EPS file a table cell names and fitted into the old frame, and written
+// back as the block's six lines.
 #pragma once
 
+#include "placed/op_bquote.h"
+
+class AI_DOCUMENT;
+class Output;
+class STACK;
 class TAB_TEXT;
+struct EPS_BBOX;
 
 class AI_PLACED_ART_REPLACE {
  public:
+  static constexpr char kEndOperator[] = "~";
+
+  // Parses the words of lines first up to, not including, last.
+  void setup(const AI_DOCUMENT& doc, int first, int last);
+  // The ten number words are read as numbers; file is kept as written.
+  void setup_bquote(const char* a, const char* b, const char* c, const char* d, const char* tx,
+                    const char* ty, const char* llx, const char* lly, const char* urx,
+                    const char* ury, const char* file);
+  // If the file name holds a placeholder for id: takes its cell as the new file, reads that
+  // file's box below the home directory and fits the new art into the old frame.
   void setup_tabtxt(const char* id, const TAB_TEXT& table);
+  // The block's six lines, or nothing when it has no data and "-rm=y" removes it.
+  void print(Output& out) const;
+
+  // The first two runs of digits in name; the column repeats the row when there is one run.
+  static void rowcol(const char* name, int* row, int* col);
+  static double getMinimum(double v1, double v2, double v3, double v4);
+  static double getMaximum(double v1, double v2, double v3, double v4);
+
+  int file_type = 0;
+  OP_BQUOTE bquote;
+  int no_data = 0;
+
+ private:
+  void read_word(const STACK& stack);
+  void fit(const EPS_BBOX& art);
 };
