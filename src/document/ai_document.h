@@ -37,6 +37,8 @@ class AI_DOCUMENT {
   void setup_replace_text(const char* id, const TAB_TEXT& table);
   void setup_replace_text(const TAB_TEXT& table);
   void setup_replace_placed_art(const char* id, const TAB_TEXT& table);
+  // Adds to the run's report every placeholder that no table argument reached.
+  void report_unreplaced() const { script->report_unreplaced(); }
 
   int line_count() const { return static_cast<int>(lines.size()); }
   const char* line(int index) const { return lines[static_cast<size_t>(index)]; }

@@ -98,3 +98,10 @@ void AI_LAYER::setup_replace_placed_art(const char* id, const TAB_TEXT& table) {
     if (object->replace) object->replace->setup_tabtxt(id, table);
   }
 }
+
+void AI_LAYER::report_unreplaced() const {
+  for (const auto& object : texts) {
+    if (object->replace) object->replace->report_unreplaced();
+  }
+  for (const auto& object : placed_arts) object->replace->report_unreplaced();
+}

@@ -6,6 +6,7 @@
 #include "document/layer.h"
 #include "driver/diagnostics.h"
 #include "support/output.h"
+#include "support/report.h"
 
 int find_comment(const AI_DOCUMENT& doc, int from, int to, const char* comment, bool whole_line) {
   const size_t length = std::strlen(comment);
@@ -118,14 +119,27 @@ void AI_SCRIPT::print_new(const AI_DOCUMENT& doc, Output& out) const {
   doc_trailer.print_new(doc, out);
 }
 
+// Every request goes to each layer in document order; the report names layers from 1.
+template <typename Action>
+void AI_SCRIPT::each_layer(Action action) const {
+  for (size_t i = 0; i < layers.size(); ++i) {
+    run_report().set_layer(static_cast<int>(i) + 1);
+    action(*layers[i]);
+  }
+}
+
 void AI_SCRIPT::setup_replace_text(const char* id, const TAB_TEXT& table) {
-  for (auto& layer : layers) layer->setup_replace_text(id, table);
+  each_layer([&](AI_LAYER& layer) { layer.setup_replace_text(id, table); });
 }
 
 void AI_SCRIPT::setup_replace_text(const TAB_TEXT& table) {
-  for (auto& layer : layers) layer->setup_replace_text(table);
+  each_layer([&](AI_LAYER& layer) { layer.setup_replace_text(table); });
 }
 
 void AI_SCRIPT::setup_replace_placed_art(const char* id, const TAB_TEXT& table) {
-  for (auto& layer : layers) layer->setup_replace_placed_art(id, table);
+  each_layer([&](AI_LAYER& layer) { layer.setup_replace_placed_art(id, table); });
+}
+
+void AI_SCRIPT::report_unreplaced() const {
+  each_layer([](const AI_LAYER& layer) { layer.report_unreplaced(); });
 }

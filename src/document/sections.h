@@ -72,6 +72,7 @@ class AI_SCRIPT : public LINE_RANGE {
   void setup_replace_text(const char* id, const TAB_TEXT& table);
   void setup_replace_text(const TAB_TEXT& table);
   void setup_replace_placed_art(const char* id, const TAB_TEXT& table);
+  void report_unreplaced() const;
 
   int layer_count() const { return static_cast<int>(layers.size()); }
   const AI_LAYER& layer(int index) const { return *layers[static_cast<size_t>(index)]; }
@@ -82,6 +83,8 @@ class AI_SCRIPT : public LINE_RANGE {
 
  private:
   void setup_layer(const AI_DOCUMENT& doc);
+  template <typename Action>
+  void each_layer(Action action) const;
 
   std::vector<std::unique_ptr<AI_LAYER>> layers;
 };

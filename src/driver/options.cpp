@@ -5,6 +5,7 @@ int option_rm = 0;
 std::string option_fit;
 std::string option_refpt;
 std::string option_home_dir;
+int option_report = 0;
 
 void reset_options() {
   option_rx = 0;
@@ -12,4 +13,5 @@ void reset_options() {
   option_fit = "min";
   option_refpt.clear();
   option_home_dir = "/home/mesoli/";
+  option_report = 0;
 }

@@ -9,6 +9,7 @@ extern int option_rm;                // 1: remove placeholders and placed art wi
 extern std::string option_fit;       // "min" fits new placed art inside its frame
 extern std::string option_refpt;     // the corner of the frame new placed art is aligned to
 extern std::string option_home_dir;  // placed-art cells are paths below this directory
+extern int option_report;            // 1: report what became of each placeholder
 
 constexpr size_t kFitCapacity = 15;
 constexpr size_t kRefptCapacity = 15;

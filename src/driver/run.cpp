@@ -5,6 +5,7 @@
 #include "document/ai_document.h"
 #include "driver/options.h"
 #include "support/output.h"
+#include "support/report.h"
 #include "table/tab_text.h"
 
 namespace {
@@ -45,6 +46,8 @@ int apply_option(const std::string& arg, Output& out, std::string& diagnostics) 
     if (!set_value(option_fit, arg, 5, kFitCapacity)) return usage(diagnostics);
   } else if (starts_with(arg, "-refpt=")) {
     if (!set_value(option_refpt, arg, 7, kRefptCapacity)) return usage(diagnostics);
+  } else if (starts_with(arg, "-report")) {
+    option_report = 1;
   } else if (starts_with(arg, "-v")) {
     out.printf("%s\n", kVersion);
     return kDone;
@@ -78,6 +81,7 @@ int run(const std::vector<std::string>& args, Output& out, std::string& diagnost
     if (status != kGoOn) return status;
   }
   if (args.size() <= 2 || next == args.size()) return usage(diagnostics);
+  run_report().start(option_report == 1);
 
   AI_DOCUMENT doc(AI_DOCUMENT::read_file(args[next].c_str()));
   doc.analyze_doc();
@@ -94,5 +98,9 @@ int run(const std::vector<std::string>& args, Output& out, std::string& diagnost
   }
   doc.print_new(out);
   out.printf("%s%s", "%%EOF", "\r");
+  if (run_report().enabled()) {
+    doc.report_unreplaced();
+    diagnostics += run_report().text();
+  }
   return kDone;
 }

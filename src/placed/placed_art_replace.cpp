@@ -1,6 +1,7 @@
 #include "placed/placed_art_replace.h"
 
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 #include <initializer_list>
 #include <optional>
@@ -15,6 +16,7 @@
 #include "support/output.h"
 #include "support/patterns.h"
 #include "support/regex.h"
+#include "support/report.h"
 #include "support/stack.h"
 #include "support/token.h"
 #include "table/tab_text.h"
@@ -70,14 +72,30 @@ POINT refpt_offset(const POINT frame[4], const EXTENT& f, const POINT art[4], co
           (frame[2].y + frame[0].y) / 2 - (art[2].y + art[0].y) / 2};
 }
 
-bool holds_placeholder(const char* id, const std::string& name) {
+// The first placeholder of the identifier (of any identifier when id is null) in name.
+std::optional<std::string> find_placeholder(const char* id, const std::string& name) {
   AI_REGEX_PATTERN pattern;
   MY_REGEX regex;
-  if (!regex.compile(pattern.create_pattern(id, nullptr))) {
+  if (!regex.compile(id ? pattern.create_pattern(id, nullptr) : pattern.create_pattern(nullptr))) {
     fail("AI_PLACED_ART_REPLACE::regex compile error\n");
   }
   regex.init_offset(name.c_str());
-  return regex.match_count() > 0;
+  std::string match;
+  if (!regex.match_next(match)) return std::nullopt;
+  return match;
+}
+
+// The file string's base name less its closing parenthesis.
+std::string base_name_of(const std::string& file_string) {
+  std::string name(basename(file_string));
+  if (!name.empty()) name.pop_back();
+  return name;
+}
+
+std::string with_scale(const char* format, double scale) {
+  char text[400];
+  std::snprintf(text, sizeof text, format, scale);
+  return text;
 }
 
 // The box of the EPS file a cell names below the home directory, if it has a usable one.
@@ -151,25 +169,41 @@ void AI_PLACED_ART_REPLACE::rowcol(const char* name, int* row, int* col) {
 // The file string's base name, less its closing parenthesis, is what the placeholder is
 // looked for in; an empty file string has none.
 void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table) {
-  std::string name(basename(bquote.file_string));
-  if (!name.empty()) name.pop_back();
-  if (!holds_placeholder(id, name)) return;
+  const std::string name = base_name_of(bquote.file_string);
+  const std::optional<std::string> placeholder = find_placeholder(id, name);
+  if (!placeholder) return;
+  reached = true;
   int row = 0;
   int col = 0;
   rowcol(name.c_str(), &row, &col);
   const char* cell =
       table.get_field(static_cast<long long>(row) - 1, static_cast<long long>(col) - 1);
+  REPORT& report = run_report();
   if (!cell || !*cell) {
     no_data = 1;
+    report.add("placed art", *placeholder, row, col, option_rm == 1 ? "removed" : "kept: no cell");
     return;
   }
   bquote.file_string = std::string("(") + cell + ")";
-  if (const std::optional<EPS_BBOX> art = new_art_box(cell)) fit(*art);
+  const std::optional<EPS_BBOX> art = new_art_box(cell);
+  report.add("placed art", *placeholder, row, col,
+             "replaced, " + (art ? fit(*art) : std::string("file not found")));
+}
+
+void AI_PLACED_ART_REPLACE::report_unreplaced() const {
+  if (reached) return;
+  const std::string name = base_name_of(bquote.file_string);
+  const std::optional<std::string> placeholder = find_placeholder(nullptr, name);
+  if (!placeholder) return;
+  int row = 0;
+  int col = 0;
+  rowcol(name.c_str(), &row, &col);
+  run_report().add("placed art", *placeholder, row, col, "kept: no table for its identifier");
 }
 
 // One scale for both axes, the smaller ratio of frame to art ("-fit=min") or the larger,
 // then a move to the reference point; the new file's box becomes the placement's box.
-void AI_PLACED_ART_REPLACE::fit(const EPS_BBOX& art) {
+std::string AI_PLACED_ART_REPLACE::fit(const EPS_BBOX& art) {
   double* const m = bquote.matrix;
   const double* const box = bquote.bbox;
   POINT frame[4];
@@ -180,7 +214,7 @@ void AI_PLACED_ART_REPLACE::fit(const EPS_BBOX& art) {
   EXTENT e = extent(placed);
   const double art_width = e.max_x - e.min_x;
   const double art_height = e.max_y - e.min_y;
-  if (art_width == 0 || art_height == 0) return;
+  if (art_width == 0 || art_height == 0) return "not fitted: new art of zero size";
   const double sx = (f.max_x - f.min_x) / art_width;
   const double sy = (f.max_y - f.min_y) / art_height;
   double s;
@@ -191,7 +225,9 @@ void AI_PLACED_ART_REPLACE::fit(const EPS_BBOX& art) {
   }
   for (int i = 0; i < 4; ++i) m[i] *= s;
   // Beyond these bounds the art is left scaled where it stood.
-  if (s > kMaxScale || s < kMinScale || std::isnan(s)) return;
+  if (s > kMaxScale || s < kMinScale || std::isnan(s)) {
+    return with_scale("not moved: scale %f out of range", s);
+  }
   corners(m, art.llx, art.lly, art.urx, art.ury, placed);
   e = extent(placed);
   const POINT offset = refpt_offset(frame, f, placed, e);
@@ -201,6 +237,7 @@ void AI_PLACED_ART_REPLACE::fit(const EPS_BBOX& art) {
   bquote.bbox[1] = art.lly;
   bquote.bbox[2] = art.urx;
   bquote.bbox[3] = art.ury;
+  return with_scale("fitted with scale %f", s);
 }
 
 double AI_PLACED_ART_REPLACE::getMinimum(double v1, double v2, double v3, double v4) {

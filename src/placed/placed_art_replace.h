@@ -3,6 +3,8 @@
 // back as the block's six lines.
 #pragma once
 
+#include <string>
+
 #include "placed/op_bquote.h"
 
 class AI_DOCUMENT;
@@ -26,6 +28,8 @@ class AI_PLACED_ART_REPLACE {
   void setup_tabtxt(const char* id, const TAB_TEXT& table);
   // The block's six lines, or nothing when it has no data and "-rm=y" removes it.
   void print(Output& out) const;
+  // Reports the placeholder of the file name when no table argument reached it.
+  void report_unreplaced() const;
 
   // The first two runs of digits in name; the column repeats the row when there is one run.
   static void rowcol(const char* name, int* row, int* col);
@@ -38,5 +42,9 @@ class AI_PLACED_ART_REPLACE {
 
  private:
   void read_word(const STACK& stack);
-  void fit(const EPS_BBOX& art);
+  // Fits the new art and says how, for the report.
+  std::string fit(const EPS_BBOX& art);
+
+  // Whether a table argument's identifier matched the file name.
+  bool reached = false;
 };

@@ -46,6 +46,7 @@ void AI_POINT_TEXT::font_replace(const char* pattern) {
     if (font.empty() || !run.Tf) continue;
     run.Tf->fontname = font;
     run.font_replaced = 1;
+    fonts_set[match] = font;
   }
 }
 

@@ -9,6 +9,7 @@
 #include "support/output.h"
 #include "support/patterns.h"
 #include "support/regex.h"
+#include "support/report.h"
 #include "support/stack.h"
 #include "support/strings.h"
 #include "table/tab_text.h"
@@ -125,6 +126,7 @@ std::optional<std::string> AI_POINT_TEXT::TxTXstring(const char* sep) const {
 }
 
 void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab) {
+  fonts_set.clear();
   std::optional<std::string> text = TxTXstring("\t");
   AI_REGEX_PATTERN plain;
   AI_REGEX_PATTERN2 with_font;
@@ -154,6 +156,7 @@ std::string AI_POINT_TEXT::setup_tabtxt_replace(std::string text, const char* pa
   size_t produced = 0;
   std::string match;
   std::string font;
+  std::set<std::string> kept;
   while (regex.match_next(match)) {
     long long row = 0;
     long long col = 0;
@@ -163,7 +166,12 @@ std::string AI_POINT_TEXT::setup_tabtxt_replace(std::string text, const char* pa
       rowcol(match, &row, &col);
     }
     const char* cell = tab.get_field(row - 1, col - 1);
-    if (option_rm != 1 && (!cell || !*cell)) continue;
+    const bool no_cell = !cell || !*cell;
+    if (no_cell && option_rm != 1) {
+      if (kept.insert(match).second) report(match, row, col, "kept: no cell");
+      continue;
+    }
+    report(match, row, col, no_cell ? "removed" : "replaced");
     std::string replacement = cell ? cell : "";
     replacement.append(static_cast<size_t>(std::count(match.begin(), match.end(), '\t')), '\t');
     text = MY_STRING::replace(text, match, replacement);
@@ -174,6 +182,41 @@ std::string AI_POINT_TEXT::setup_tabtxt_replace(std::string text, const char* pa
     regex.init_offset(text.c_str());
   }
   return text;
+}
+
+void AI_POINT_TEXT::report(const std::string& match, long long row, long long col,
+                           const char* outcome) {
+  if (!run_report().enabled()) return;
+  const std::string placeholder = without_tabs(match);
+  reported.insert(placeholder);
+  auto font = fonts_set.find(placeholder);
+  std::string what = outcome;
+  if (font != fonts_set.end()) what += ", font set to " + font->second;
+  run_report().add("text", placeholder, row, col, what);
+}
+
+void AI_POINT_TEXT::report_unreplaced() const {
+  std::optional<std::string> text = TxTXstring("\t");
+  if (!text) return;
+  AI_REGEX_PATTERN plain;
+  AI_REGEX_PATTERN2 with_font;
+  MY_REGEX regex;
+  regex.compile(option_rx == 1 ? with_font.create_pattern("\t") : plain.create_pattern("\t"));
+  regex.init_offset(text->c_str());
+  std::string match;
+  std::string font;
+  while (regex.match_next(match)) {
+    const std::string placeholder = without_tabs(match);
+    if (reported.count(placeholder)) continue;
+    long long row = 0;
+    long long col = 0;
+    if (option_rx == 1) {
+      rowcol_font(match, &row, &col, &font);
+    } else {
+      rowcol(match, &row, &col);
+    }
+    run_report().add("text", placeholder, row, col, "kept: no table for its identifier");
+  }
 }
 
 // Gives the pieces between the tabs back to the runs that have a string, in order.

@@ -3,7 +3,9 @@
 // table cell it names, and hands the pieces back to the runs, so each run keeps its style.
 #pragma once
 
+#include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -34,6 +36,8 @@ class AI_POINT_TEXT {
   // Replaces the placeholders of identifier id (every identifier when id is null).
   void setup_tabtxt(const char* id, const TAB_TEXT& tab);
   void setup_tabtxt(const TAB_TEXT& tab) { setup_tabtxt(nullptr, tab); }
+  // Reports the placeholders that no table argument has reached.
+  void report_unreplaced() const;
 
  private:
   std::string setup_tabtxt_replace(std::string text, const char* pattern, const TAB_TEXT& tab);
@@ -41,6 +45,7 @@ class AI_POINT_TEXT {
   void font_replace(const char* pattern);
   void rimba_encode_tx();
   void setupTxTX(const char* op, const STACK& stack);
+  void report(const std::string& match, long long row, long long col, const char* outcome);
 
   OP_Tp Tp;
   std::optional<OP_Tv> Tv;
@@ -50,4 +55,7 @@ class AI_POINT_TEXT {
   // Runs whose number has been written in numeral-font codes; never encoded again.
   std::vector<bool> encoded;
   size_t TxTX_index = 0;
+  // For the report: placeholders already reported, and the fonts set by this pass.
+  std::set<std::string> reported;
+  std::map<std::string, std::string> fonts_set;
 };

@@ -17,6 +17,7 @@ class AI_TEXT_REPLACE {
   void setup_tabtxt(const char* id, const TAB_TEXT& table) { point_text.setup_tabtxt(id, table); }
   void setup_tabtxt(const TAB_TEXT& table) { point_text.setup_tabtxt(table); }
   void print_new(Output& out) const { point_text.print(out); }
+  void report_unreplaced() const { point_text.report_unreplaced(); }
 
  private:
   AI_POINT_TEXT point_text;
