@@ -33,6 +33,16 @@ long long number(const std::string& digits) {
 
 }  // namespace
 
+// The row and column that a placeholder of the run's syntax names.
+static void placeholder_cell(const std::string& match, long long* row, long long* col) {
+  if (option_rx == 1) {
+    std::string font;
+    rowcol_font(match, row, col, &font);
+  } else {
+    rowcol(match, row, col);
+  }
+}
+
 void rowcol(const std::string& match, long long* row, long long* col) {
   const std::string text = without_tabs(match);
   std::string runs[2];
@@ -155,16 +165,11 @@ std::string AI_POINT_TEXT::setup_tabtxt_replace(std::string text, const char* pa
   int replacements = 0;
   size_t produced = 0;
   std::string match;
-  std::string font;
   std::set<std::string> kept;
   while (regex.match_next(match)) {
     long long row = 0;
     long long col = 0;
-    if (option_rx == 1) {
-      rowcol_font(match, &row, &col, &font);
-    } else {
-      rowcol(match, &row, &col);
-    }
+    placeholder_cell(match, &row, &col);
     const char* cell = tab.get_field(row - 1, col - 1);
     const bool no_cell = !cell || !*cell;
     if (no_cell && option_rm != 1) {
@@ -204,17 +209,12 @@ void AI_POINT_TEXT::report_unreplaced() const {
   regex.compile(option_rx == 1 ? with_font.create_pattern("\t") : plain.create_pattern("\t"));
   regex.init_offset(text->c_str());
   std::string match;
-  std::string font;
   while (regex.match_next(match)) {
     const std::string placeholder = without_tabs(match);
     if (reported.count(placeholder)) continue;
     long long row = 0;
     long long col = 0;
-    if (option_rx == 1) {
-      rowcol_font(match, &row, &col, &font);
-    } else {
-      rowcol(match, &row, &col);
-    }
+    placeholder_cell(match, &row, &col);
     run_report().add("text", placeholder, row, col, "kept: no table for its identifier");
   }
 }
