@@ -2,8 +2,11 @@
 
 #include <unistd.h>
 #include <cerrno>
+#include <charconv>
+#include <cmath>
 #include <cstdarg>
 #include <cstdio>
+#include <vector>
 
 #include "driver/diagnostics.h"
 
@@ -18,14 +21,90 @@ void Output::line(std::string_view text) {
   flush_if_full();
 }
 
+namespace {
+
+// Whether the format uses only the conversions %f, %d, %s and %%, which printf formats
+// itself; any other goes through the C library.
+bool simple_format(const char* format) {
+  for (const char* p = format; *p; ++p) {
+    if (*p != '%') continue;
+    ++p;
+    if (*p != 'f' && *p != 'd' && *p != 's' && *p != '%') return false;
+  }
+  return true;
+}
+
+void append_integer(std::string& out, long long value) {
+  char digits[24];
+  auto result = std::to_chars(digits, digits + sizeof digits, value);
+  out.append(digits, result.ptr);
+}
+
+// "%f": six decimals, exactly as the C library writes them. A value whose millionths are
+// an integer to well within the rounding margin is written from that integer; every other
+// value (and NaN, infinities, large values) goes through the C library.
+void append_real(std::string& out, double value) {
+  const double millionths = std::fabs(value) * 1e6;
+  if (millionths < 1e12) {
+    const long long whole = std::llround(millionths);
+    if (std::fabs(millionths - static_cast<double>(whole)) < 1e-3) {
+      if (std::signbit(value)) out += '-';
+      append_integer(out, whole / 1000000);
+      char fraction[8];
+      std::snprintf(fraction, sizeof fraction, ".%06lld", whole % 1000000);
+      out += fraction;
+      return;
+    }
+  }
+  char text[32];
+  int length = std::snprintf(text, sizeof text, "%f", value);
+  if (length >= 0 && static_cast<size_t>(length) < sizeof text) {
+    out.append(text, static_cast<size_t>(length));
+    return;
+  }
+  std::vector<char> long_text(static_cast<size_t>(length) + 1);
+  std::snprintf(long_text.data(), long_text.size(), "%f", value);
+  out.append(long_text.data(), static_cast<size_t>(length));
+}
+
+}  // namespace
+
 void Output::printf(const char* format, ...) {
-  char small[256];
   va_list args;
   va_start(args, format);
+  if (simple_format(format)) {
+    for (const char* p = format; *p; ++p) {
+      if (*p != '%') {
+        buffer += *p;
+        continue;
+      }
+      switch (*++p) {
+        case 'f':
+          append_real(buffer, va_arg(args, double));
+          break;
+        case 'd':
+          append_integer(buffer, va_arg(args, int));
+          break;
+        case 's':
+          buffer += va_arg(args, const char*);
+          break;
+        default:
+          buffer += '%';
+          break;
+      }
+    }
+  } else {
+    vprintf_fallback(format, args);
+  }
+  va_end(args);
+  flush_if_full();
+}
+
+void Output::vprintf_fallback(const char* format, va_list args) {
+  char small[256];
   va_list again;
   va_copy(again, args);
   int length = std::vsnprintf(small, sizeof small, format, args);
-  va_end(args);
   if (length < 0) {
     va_end(again);
     fail("output format error\n");
@@ -40,7 +119,6 @@ void Output::printf(const char* format, ...) {
     buffer.resize(start + n);
   }
   va_end(again);
-  flush_if_full();
 }
 
 void Output::flush_if_full() {

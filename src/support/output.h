@@ -3,6 +3,7 @@
 // Error, so a full disk never passes for success.
 #pragma once
 
+#include <cstdarg>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -28,6 +29,7 @@ class Output {
  private:
   static constexpr size_t kFlushSize = 1 << 16;
   void flush_if_full();
+  void vprintf_fallback(const char* format, va_list args);
 
   int fd = -1;
   std::string buffer;

@@ -76,15 +76,17 @@ void rowcol_font(const std::string& match, long long* row, long long* col, std::
   font->assign(text, third + 1, close - third - 1);
 }
 
+// Tp TP Ar Ap k K g G Tf Tr TV Tv Ta Tx TX Tt Tz Tl Tk TK Ts Xu Tq: every word of a point
+// text passes here, so the test looks at the characters rather than at a list.
 bool AI_POINT_TEXT::is_operator(const char* word) {
-  static const char* const kOperators[] = {"Tp", "TP", "Ar", "Ap", "k",  "K",  "g",  "G",
-                                           "Tf", "Tr", "TV", "Tv", "Ta", "Tx", "TX", "Tt",
-                                           "Tz", "Tl", "Tk", "TK", "Ts", "Xu", "Tq"};
-  if (word[0] == '\0' || (word[1] != '\0' && word[2] != '\0')) return false;
-  for (const char* op : kOperators) {
-    if (std::strcmp(op, word) == 0) return true;
-  }
-  return false;
+  const char first = word[0];
+  if (first == '\0') return false;
+  const char second = word[1];
+  if (second == '\0') return first == 'k' || first == 'K' || first == 'g' || first == 'G';
+  if (word[2] != '\0') return false;
+  if (first == 'T') return std::strchr("pPfrVvaxXtzlkKsq", second) != nullptr;
+  if (first == 'A') return second == 'r' || second == 'p';
+  return first == 'X' && second == 'u';
 }
 
 void AI_POINT_TEXT::setup(const char* op, const STACK& stack) {

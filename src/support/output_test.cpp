@@ -1,0 +1,80 @@
+#include "support/output.h"
+
+#include <gtest/gtest.h>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <random>
+#include <string>
+
+namespace {
+
+std::string c_library(double value) {
+  char text[512];
+  std::snprintf(text, sizeof text, "%f", value);
+  return text;
+}
+
+std::string ours(double value) {
+  Output out;
+  out.printf("%f", value);
+  return out.text();
+}
+
+}  // namespace
+
+TEST(OutputTest, RealsMatchTheCLibrary) {
+  const double values[] = {0.0,
+                           -0.0,
+                           1.0,
+                           -1.0,
+                           0.5,
+                           14.4,
+                           10.5,
+                           -2.0,
+                           0.1234567,
+                           0.0000005,
+                           0.0000015,
+                           -1e-10,
+                           1e-7,
+                           123456.7890125,
+                           595.276,
+                           841.89,
+                           1e11,
+                           1e12,
+                           1e15,
+                           1e300,
+                           -1e300,
+                           2.5e-7,
+                           999999.9999995,
+                           0.3,
+                           std::numeric_limits<double>::infinity(),
+                           -std::numeric_limits<double>::infinity(),
+                           std::numeric_limits<double>::quiet_NaN()};
+  for (double value : values) EXPECT_EQ(c_library(value), ours(value)) << value;
+  std::mt19937_64 random(7);
+  std::uniform_real_distribution<double> wide(-1e7, 1e7);
+  for (int i = 0; i < 200000; ++i) {
+    double value = wide(random);
+    if (i % 3 == 0) value = std::round(value * 1000) / 1000;  // few decimals, as templates hold
+    if (i % 3 == 1) value = std::round(value) / 8;
+    ASSERT_EQ(c_library(value), ours(value)) << value;
+  }
+}
+
+TEST(OutputTest, FormatsTheConversionsItUses) {
+  Output out;
+  out.printf("%d %s%s|%%_%d|%5.1f", -42, "Tr", "\r", 7, 2.25);
+  EXPECT_EQ("-42 Tr\r|%_7|  2.2", out.text());
+  out.line("next");
+  EXPECT_EQ("-42 Tr\r|%_7|  2.2next\r", out.text());
+}
+
+TEST(OutputTest, WriteFailureIsAnError) {
+  FILE* full = std::fopen("/dev/full", "w");
+  if (!full) GTEST_SKIP() << "no /dev/full";
+  Output out(fileno(full));
+  out.write("x");
+  EXPECT_THROW(out.flush(), std::exception);
+  std::fclose(full);
+}
