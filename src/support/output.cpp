@@ -50,9 +50,10 @@ void append_real(std::string& out, double value) {
     if (std::fabs(millionths - static_cast<double>(whole)) < 1e-3) {
       if (std::signbit(value)) out += '-';
       append_integer(out, whole / 1000000);
-      char fraction[8];
-      std::snprintf(fraction, sizeof fraction, ".%06lld", whole % 1000000);
-      out += fraction;
+      char fraction[7] = {'.'};
+      long long rest = whole % 1000000;
+      for (int i = 6; i >= 1; --i, rest /= 10) fraction[i] = static_cast<char>('0' + rest % 10);
+      out.append(fraction, sizeof fraction);
       return;
     }
   }
