@@ -1,0 +1,157 @@
+#include "runner.h"
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace bench {
+namespace {
+
+double now_seconds() {
+  timespec ts{};
+  clock_gettime(CLOCK_MONOTONIC, &ts);
+  return static_cast<double>(ts.tv_sec) + static_cast<double>(ts.tv_nsec) * 1e-9;
+}
+
+// Only async-signal-safe calls between fork and exec.
+[[noreturn]] void exec_child(char* const* argv, const char* stdout_path, const char* stderr_path) {
+  int in = open("/dev/null", O_RDONLY);
+  int out = open(stdout_path, O_WRONLY | O_CREAT | O_TRUNC, 0644);
+  int err = open(stderr_path, O_WRONLY | O_CREAT | O_TRUNC, 0644);
+  if (in < 0 || out < 0 || err < 0 || dup2(in, 0) < 0 || dup2(out, 1) < 0 || dup2(err, 2) < 0) {
+    _exit(126);
+  }
+  execvp(argv[0], argv);
+  static const char kMessage[] = "ormel_bench: exec failed\n";
+  ssize_t ignored = write(2, kMessage, sizeof kMessage - 1);
+  (void)ignored;
+  _exit(127);
+}
+
+std::string read_text(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+std::string describe_status(int wait_status) {
+  if (WIFEXITED(wait_status)) return "exit status " + std::to_string(WEXITSTATUS(wait_status));
+  if (WIFSIGNALED(wait_status)) return "killed by signal " + std::to_string(WTERMSIG(wait_status));
+  return "wait status " + std::to_string(wait_status);
+}
+
+std::string command_line(const std::vector<std::string>& argv) {
+  std::string text;
+  for (const std::string& arg : argv) text += (text.empty() ? "" : " ") + arg;
+  return text;
+}
+
+}  // namespace
+
+ChildRun run_child(const std::vector<std::string>& argv, const std::string& stdout_path,
+                   const std::string& stderr_path) {
+  std::vector<char*> args;
+  for (const std::string& arg : argv) args.push_back(const_cast<char*>(arg.c_str()));
+  args.push_back(nullptr);
+
+  ChildRun run;
+  double start = now_seconds();
+  pid_t pid = fork();
+  if (pid < 0) throw std::runtime_error(std::string("fork: ") + std::strerror(errno));
+  if (pid == 0) exec_child(args.data(), stdout_path.c_str(), stderr_path.c_str());
+  rusage usage{};
+  pid_t waited;
+  do {
+    waited = wait4(pid, &run.wait_status, 0, &usage);
+  } while (waited < 0 && errno == EINTR);
+  run.seconds = now_seconds() - start;
+  if (waited < 0) throw std::runtime_error(std::string("wait4: ") + std::strerror(errno));
+  run.max_rss_kib = usage.ru_maxrss;
+  return run;
+}
+
+uint64_t fnv1a_file(const std::string& path, size_t tail_length, std::string* tail) {
+  int fd = open(path.c_str(), O_RDONLY);
+  if (fd < 0) throw std::runtime_error("cannot open " + path);
+  uint64_t hash = 0xcbf29ce484222325ULL;
+  std::vector<unsigned char> buffer(1 << 20);
+  tail->clear();
+  for (;;) {
+    ssize_t got = read(fd, buffer.data(), buffer.size());
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) {
+      close(fd);
+      throw std::runtime_error("cannot read " + path);
+    }
+    if (got == 0) break;
+    auto count = static_cast<size_t>(got);
+    for (size_t i = 0; i < count; ++i) {
+      hash ^= buffer[i];
+      hash *= 0x100000001b3ULL;
+    }
+    tail->append(
+        reinterpret_cast<const char*>(buffer.data()) + (count - std::min(count, tail_length)),
+        std::min(count, tail_length));
+    if (tail->size() > tail_length) tail->erase(0, tail->size() - tail_length);
+  }
+  close(fd);
+  return hash;
+}
+
+double median(std::vector<double> values) {
+  if (values.empty()) return 0;
+  std::sort(values.begin(), values.end());
+  size_t middle = values.size() / 2;
+  if (values.size() % 2 == 1) return values[middle];
+  return (values[middle - 1] + values[middle]) / 2;
+}
+
+Measurement measure_ormel(const std::vector<std::string>& argv, const std::string& out_path,
+                          const std::string& err_path, int runs) {
+  Measurement result;
+  std::vector<double> times;
+  for (int i = 0; i < runs; ++i) {
+    ChildRun run = run_child(argv, out_path, err_path);
+    if (!WIFEXITED(run.wait_status) || WEXITSTATUS(run.wait_status) != 0) {
+      throw std::runtime_error(command_line(argv) + "\n  " + describe_status(run.wait_status) +
+                               "; stderr: " + read_text(err_path));
+    }
+    std::string tail;
+    uint64_t checksum = fnv1a_file(out_path, 6, &tail);
+    if (tail != "%%EOF\r") {
+      throw std::runtime_error(command_line(argv) + "\n  output does not end with %%EOF and CR");
+    }
+    if (i > 0 && checksum != result.checksum) {
+      throw std::runtime_error(command_line(argv) + "\n  output differs between runs");
+    }
+    result.checksum = checksum;
+    result.peak_rss_kib = std::max(result.peak_rss_kib, run.max_rss_kib);
+    times.push_back(run.seconds);
+  }
+  result.median_seconds = median(times);
+  return result;
+}
+
+double measure_cat(const std::string& path, const std::string& err_path, int runs) {
+  std::vector<double> times;
+  for (int i = 0; i < runs; ++i) {
+    ChildRun run = run_child({"cat", path}, "/dev/null", err_path);
+    if (!WIFEXITED(run.wait_status) || WEXITSTATUS(run.wait_status) != 0) {
+      throw std::runtime_error("cat " + path + ": " + describe_status(run.wait_status));
+    }
+    times.push_back(run.seconds);
+  }
+  return median(times);
+}
+
+}  // namespace bench

@@ -1,0 +1,41 @@
+// Runs a program as a child process (fork/exec), times it with a monotonic clock and reads
+// its peak resident memory from wait4's rusage.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+struct ChildRun {
+  double seconds = 0;
+  int wait_status = 0;
+  long max_rss_kib = 0;
+};
+
+// argv[0] is looked up on PATH when it holds no '/'. stdin is /dev/null.
+ChildRun run_child(const std::vector<std::string>& argv, const std::string& stdout_path,
+                   const std::string& stderr_path);
+
+// 64-bit FNV-1a of a whole file; `tail` receives its last tail_length bytes (or fewer).
+uint64_t fnv1a_file(const std::string& path, size_t tail_length, std::string* tail);
+
+double median(std::vector<double> values);
+
+struct Measurement {
+  double median_seconds = 0;
+  long peak_rss_kib = 0;  // the largest of all runs
+  uint64_t checksum = 0;  // of stdout, the same in every run
+};
+
+// Runs ormel `runs` times with stdout to out_path. Any run that does not exit 0, whose
+// output does not end with "%%EOF\r", or whose output differs from the first run's, throws
+// std::runtime_error with the details (stderr included).
+Measurement measure_ormel(const std::vector<std::string>& argv, const std::string& out_path,
+                          const std::string& err_path, int runs);
+
+// `cat path > /dev/null`, timed the same way; returns the median seconds.
+double measure_cat(const std::string& path, const std::string& err_path, int runs);
+
+}  // namespace bench
