@@ -4,6 +4,7 @@
 #include "driver/diagnostics.h"
 #include "support/escapes.h"
 #include "support/regex.h"
+#include "support/report.h"
 #include "support/strings.h"
 #include "text/point_text.h"
 #include "text/rimba.h"
@@ -46,17 +47,16 @@ void AI_POINT_TEXT::font_replace(const char* pattern) {
     if (font.empty() || !run.Tf) continue;
     run.Tf->fontname = font;
     run.font_replaced = 1;
-    fonts_set[match] = font;
+    if (run_report().enabled()) report_notes().fonts_set[match] = font;
   }
 }
 
 // The first number of each run whose font was set to a numeral font becomes glyph codes,
-// written with the string escapes of the template. The escapes hold digits of their own,
-// so a run is encoded once only.
+// written with the string escapes of the template.
 void AI_POINT_TEXT::rimba_encode_tx() {
-  for (size_t i = 0; i < TxTX.size(); ++i) {
-    AI_TxTX& run = TxTX[i];
-    if (encoded[i] || !run.Tf || !IsRimba(run.Tf->fontname.c_str()) || run.font_replaced != 1) {
+  for (AI_TxTX& run : TxTX) {
+    if (run.number_encoded || !run.Tf || !IsRimba(run.Tf->fontname.c_str()) ||
+        run.font_replaced != 1) {
       continue;
     }
     std::string* str = run.string();
@@ -64,6 +64,6 @@ void AI_POINT_TEXT::rimba_encode_tx() {
     const std::string digits = first_digits(*str);
     if (digits.empty()) continue;
     *str = MY_STRING::replace(*str, digits, tx_encode(rimba_encode(without_leading_zeros(digits))));
-    encoded[i] = true;
+    run.number_encoded = true;
   }
 }

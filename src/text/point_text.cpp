@@ -109,10 +109,7 @@ void AI_POINT_TEXT::setup(const char* op, const STACK& stack) {
 
 // Style operators gather into the run being filled; its Tx or TX string closes it.
 void AI_POINT_TEXT::setupTxTX(const char* op, const STACK& stack) {
-  if (TxTX_index == TxTX.size()) {
-    TxTX.emplace_back();
-    encoded.push_back(false);
-  }
+  if (TxTX_index == TxTX.size()) TxTX.emplace_back();
   TxTX.back().setup(op, stack);
   if (std::strcmp(op, "Tx") == 0 || std::strcmp(op, "TX") == 0) ++TxTX_index;
 }
@@ -128,17 +125,16 @@ void AI_POINT_TEXT::print(Output& out) const {
 std::optional<std::string> AI_POINT_TEXT::TxTXstring(const char* sep) const {
   std::optional<std::string> text;
   for (const AI_TxTX& run : TxTX) {
-    for (const auto* str : {&run.Tx_str, &run.TX_str}) {
-      if (!*str) continue;
-      if (text) MY_STRING::cat(text, sep);
-      MY_STRING::cat(text, (*str)->c_str());
-    }
+    const std::string* str = run.string();
+    if (!str) continue;
+    if (text) MY_STRING::cat(text, sep);
+    MY_STRING::cat(text, str->c_str());
   }
   return text;
 }
 
 void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab) {
-  fonts_set.clear();
+  if (notes) notes->fonts_set.clear();
   std::optional<std::string> text = TxTXstring("\t");
   AI_REGEX_PATTERN plain;
   AI_REGEX_PATTERN2 with_font;
@@ -195,11 +191,17 @@ void AI_POINT_TEXT::report(const std::string& match, long long row, long long co
                            const char* outcome) {
   if (!run_report().enabled()) return;
   const std::string placeholder = without_tabs(match);
-  reported.insert(placeholder);
-  auto font = fonts_set.find(placeholder);
+  REPORT_NOTES& notes_here = report_notes();
+  notes_here.reported.insert(placeholder);
+  auto font = notes_here.fonts_set.find(placeholder);
   std::string what = outcome;
-  if (font != fonts_set.end()) what += ", font set to " + font->second;
+  if (font != notes_here.fonts_set.end()) what += ", font set to " + font->second;
   run_report().add("text", placeholder, row, col, what);
+}
+
+AI_POINT_TEXT::REPORT_NOTES& AI_POINT_TEXT::report_notes() {
+  if (!notes) notes = std::make_unique<REPORT_NOTES>();
+  return *notes;
 }
 
 void AI_POINT_TEXT::report_unreplaced() const {
@@ -213,7 +215,7 @@ void AI_POINT_TEXT::report_unreplaced() const {
   std::string match;
   while (regex.match_next(match)) {
     const std::string placeholder = without_tabs(match);
-    if (reported.count(placeholder)) continue;
+    if (notes && notes->reported.count(placeholder)) continue;
     long long row = 0;
     long long col = 0;
     placeholder_cell(match, &row, &col);

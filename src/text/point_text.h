@@ -4,6 +4,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -52,10 +53,14 @@ class AI_POINT_TEXT {
   bool TP_mark = false;
   AI_ATTRIBUTES attributes;
   std::vector<AI_TxTX> TxTX;
-  // Runs whose number has been written in numeral-font codes; never encoded again.
-  std::vector<bool> encoded;
   size_t TxTX_index = 0;
-  // For the report: placeholders already reported, and the fonts set by this pass.
-  std::set<std::string> reported;
-  std::map<std::string, std::string> fonts_set;
+
+  // What "-report" needs to remember: the placeholders already reported, and the fonts set
+  // by the current pass. Made only when the run is reported.
+  struct REPORT_NOTES {
+    std::set<std::string> reported;
+    std::map<std::string, std::string> fonts_set;
+  };
+  REPORT_NOTES& report_notes();
+  std::unique_ptr<REPORT_NOTES> notes;
 };

@@ -48,8 +48,10 @@ void AI_TxTX::setup(const char* op, const STACK& stack) {
   std::string_view word = op;
   paint_style_setup(word, stack);
   text_style_setup(word, stack);
-  if (word == "Tx") Tx_str = run_string(stack.operand(1));
-  if (word == "TX") TX_str = run_string(stack.operand(1));
+  if (word == "Tx" || word == "TX") {
+    str = run_string(stack.operand(1));
+    str_is_TX = word == "TX";
+  }
 }
 
 void AI_TxTX::paint_style_setup(std::string_view op, const STACK& stack) {
@@ -96,8 +98,7 @@ void AI_TxTX::text_style_setup(std::string_view op, const STACK& stack) {
 void AI_TxTX::print(Output& out) const {
   paint_style_print(out);
   text_style_print(out);
-  if (Tx_str) out.printf("(%s) Tx%s", Tx_str->c_str(), "\r");
-  if (TX_str) out.printf("(%s) TX%s", TX_str->c_str(), "\r");
+  if (str) out.printf("(%s) %s%s", str->c_str(), str_is_TX ? "TX" : "Tx", "\r");
 }
 
 void AI_TxTX::paint_style_print(Output& out) const {
@@ -120,10 +121,4 @@ void AI_TxTX::text_style_print(Output& out) const {
   print_if(Ts, out);
   print_if(Xu, out);
   print_if(Tq, out);
-}
-
-std::string* AI_TxTX::string() {
-  if (Tx_str) return &*Tx_str;
-  if (TX_str) return &*TX_str;
-  return nullptr;
 }

@@ -21,8 +21,9 @@ class AI_TxTX {
   // k g K G, then Tf Tr TV Ta Tt Tz Tl Tk TK Ts Xu Tq, then the Tx string, then the TX
   // string, each only if read.
   void print(Output& out) const;
-  // The run's string: Tx_str when present, else TX_str; nullptr when it has neither.
-  std::string* string();
+  // The run's string; nullptr when it has none.
+  std::string* string() { return str ? &*str : nullptr; }
+  const std::string* string() const { return str ? &*str : nullptr; }
 
   std::optional<OP_k> k;
   std::optional<OP_g> g;
@@ -41,8 +42,13 @@ class AI_TxTX {
   std::optional<OP_Ts> Ts;
   std::optional<OP_Xu> Xu;
   std::optional<OP_Tq> Tq;
-  // The operand without its enclosing parentheses, escapes as written in the template.
-  std::optional<std::string> Tx_str, TX_str;
+  // The string of the Tx or TX operator that closed the run (a run has at most one), without
+  // its enclosing parentheses, escapes as written in the template.
+  std::optional<std::string> str;
+  bool str_is_TX = false;
+  // Set once the run's number has been written in numeral-font codes: the escapes of those
+  // codes hold digits that are no number of the text, so the run is never encoded again.
+  bool number_encoded = false;
 
  private:
   void paint_style_setup(std::string_view op, const STACK& stack);

@@ -138,25 +138,25 @@ TEST_F(TextRunTest, StringOperandLosesOnlyItsOuterCharacters) {
   read({"()", "Tx"});
   EXPECT_EQ("() Tx\r", printed());
   read({"(a\\) b\\(c)", "Tx"});
-  EXPECT_EQ("a\\) b\\(c", *run.Tx_str);
+  EXPECT_EQ("a\\) b\\(c", *run.str);
   read({"(", "Tx"});
-  EXPECT_EQ("", *run.Tx_str);
+  EXPECT_EQ("", *run.str);
 }
 
 TEST_F(TextRunTest, TabInAStringIsKeptAsItsEscape) {
   read({"(a\tb\t)", "TX"});
-  EXPECT_EQ("a\\tb\\t", *run.TX_str);
+  EXPECT_EQ("a\\tb\\t", *run.str);
   EXPECT_EQ("(a\\tb\\t) TX\r", printed());
 }
 
-TEST_F(TextRunTest, StringPrefersTxOverTX) {
+TEST_F(TextRunTest, StringKeepsItsOperator) {
   EXPECT_EQ(nullptr, run.string());
   read({"(second)", "TX"});
   EXPECT_EQ("second", *run.string());
-  read({"(first)", "Tx"});
-  EXPECT_EQ("first", *run.string());
   *run.string() = "new";
-  EXPECT_EQ("(new) Tx\r(second) TX\r", printed());
+  EXPECT_EQ("(new) TX\r", printed());
+  read({"(first)", "Tx"});
+  EXPECT_EQ("(first) Tx\r", printed());
 }
 
 TEST_F(TextRunTest, StyleOnlyRunAndUnknownOperators) {
