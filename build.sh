@@ -47,8 +47,8 @@ case "${1:-build}" in
     configure_and_build build-fuzz -DORMEL_FUZZ=ON -DORMEL_SANITIZE=ON -DCMAKE_CXX_COMPILER=clang++ -DORMEL_TESTS=OFF
     sh fuzz/run-fuzzers.sh build-fuzz "${2:-60}" ;;
   bench)
-    configure_and_build build -DCMAKE_BUILD_TYPE=Release
-    sh bench/run.sh build/ormel ;;
+    configure_and_build build-release -DCMAKE_BUILD_TYPE=Release -DORMEL_TESTS=OFF
+    sh bench/run.sh build-release/ormel ;;
   *)
     echo "usage: ./build.sh [build|demo|test|fuzz [seconds]|bench]" >&2
     exit 1 ;;
