@@ -1,5 +1,6 @@
 #include "document/ai_document.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "document/layer.h"
@@ -63,6 +64,8 @@ void AI_DOCUMENT::eliminate_BeginEndDocument() {
   }
 }
 
+// A line's text ends at its first NUL byte. Lines with a NUL or a '%' are rare, so each
+// search for the next one covers many lines at once.
 void AI_DOCUMENT::setup_doc() {
   char* text = &buffer[0];
   const long long size = static_cast<long long>(buffer.size());
@@ -73,18 +76,49 @@ void AI_DOCUMENT::setup_doc() {
   // The carriage return right after "%%EOF" still ends a line; text after it is dropped.
   char* const limit = text + (eof - text) + 6;
   char* const buffer_end = text + size;
+  auto next = [buffer_end](char* from, char c) {
+    char* found = static_cast<char*>(std::memchr(from, c, static_cast<size_t>(buffer_end - from)));
+    return found ? found : buffer_end;
+  };
   char* line_start = start;
+  char* next_nul = next(start, '\0');
+  char* next_percent = next(start, '%');
   for (;;) {
-    char* cr = static_cast<char*>(
-        std::memchr(line_start, '\r', static_cast<size_t>(buffer_end - line_start)));
-    if (!cr || cr >= limit) break;
-    if (lines.size() == kMaxLines) fail("overflow doc\n");
+    char* cr = next(line_start, '\r');
+    if (cr == buffer_end || cr >= limit) break;
+    if (starts.size() == kMaxLines) fail("overflow doc\n");
+    const bool holds_nul = next_nul < cr;
+    if (holds_nul) next_nul = next(cr + 1, '\0');
+    const bool holds_percent = next_percent < cr;
+    if (holds_percent) next_percent = next(cr + 1, '%');
     *cr = '\0';
-    lines.push_back(line_start);
+    add_line(line_start, holds_percent, holds_nul);
     line_start = cr + 1;
     if (line_start < buffer_end && *line_start == '\n') ++line_start;
   }
-  if (lines.empty()) lines.push_back(start);
+  if (starts.empty()) {
+    // No line end at all: the one line runs to the end of the text, like a line cut at a CR.
+    add_line(start, true, false);
+    line_start = start + std::strlen(start) + 1;
+  }
+  starts.push_back(line_start);
+}
+
+void AI_DOCUMENT::add_line(const char* start, bool holds_percent, bool holds_nul) {
+  const int index = static_cast<int>(starts.size());
+  if (holds_nul) nul_lines.push_back(index);
+  if (holds_percent) percent_lines.push_back({index, {start[0], start[0] ? start[1] : '\0'}});
+  starts.push_back(start);
+}
+
+std::string_view AI_DOCUMENT::line_view(int index) const {
+  const size_t i = static_cast<size_t>(index);
+  if (!nul_lines.empty() && std::binary_search(nul_lines.begin(), nul_lines.end(), index)) {
+    return starts[i];
+  }
+  // The next line starts after this one's CR (now a NUL) and the LF that may follow it.
+  const char* next = starts[i + 1];
+  return {starts[i], static_cast<size_t>(next - starts[i]) - 1 - (next[-1] == '\n' ? 1 : 0)};
 }
 
 void AI_DOCUMENT::analyze_doc() {

@@ -13,9 +13,13 @@ const char kMinimal[] =
     "%!PS-Adobe-3.0\r%%EndComments\r%%EndProlog\r%%BeginSetup\r%%EndSetup\r"
     "%%PageTrailer\r%%Trailer\r%%EOF\r";
 
+// The lines joined with "|"; each line's view must end where its C string ends.
 std::string lines_of(const AI_DOCUMENT& doc) {
   std::string joined;
-  for (int i = 0; i < doc.line_count(); ++i) joined += std::string(doc.line(i)) + "|";
+  for (int i = 0; i < doc.line_count(); ++i) {
+    EXPECT_EQ(std::string_view(doc.line(i)), doc.line_view(i)) << "line " << i;
+    joined += std::string(doc.line_view(i)) + "|";
+  }
   return joined;
 }
 
@@ -47,6 +51,9 @@ TEST(DocumentTest, LinesStartAtTheHeaderAndEndAtTheLastEof) {
   EXPECT_EQ("%!PS-Adobe|", lines_of(blank));  // "%%EOF " is not a line of the document
   AI_DOCUMENT no_cr("%!PS-Adobe\n%%EOF\n");
   EXPECT_EQ("%!PS-Adobe\n%%EOF\n|", lines_of(no_cr));
+  // A NUL ends a line's text; empty lines and lines ending in CR LF keep their length.
+  AI_DOCUMENT nul(std::string("%!PS-Adobe\r\r\n\r\nab\0cd\r\n\r%x\0%\r%%EOF\r\n", 35));
+  EXPECT_EQ("%!PS-Adobe|||ab||%x|%%EOF|", lines_of(nul));
 }
 
 TEST(DocumentTest, EmbeddedDocumentsAreCutOut) {

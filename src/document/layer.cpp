@@ -50,8 +50,9 @@ void AI_LAYER::setup_text(const AI_DOCUMENT& doc) {
 }
 
 void AI_LAYER::setup_placed_art(const AI_DOCUMENT& doc) {
-  for (int i = first_line; i < last_line; ++i) {
-    if (!holds_word(doc.line(i), "%AI5_BeginPlace")) continue;
+  auto begins_placed_art = [](const char* text) { return holds_word(text, "%AI5_BeginPlace"); };
+  for (int i = first_line;
+       (i = doc.find_percent_line(i, last_line - 1, "", begins_placed_art)) >= 0; ++i) {
     if (placed_arts.size() == kMaxPlacedArts) fail("overflow placed art\n");
     auto object = std::make_unique<AI_PLACED_ART>();
     object->setup(doc, i, last_line, &i);
@@ -75,7 +76,7 @@ void AI_LAYER::print_new(const AI_DOCUMENT& doc, Output& out) const {
     } else if (next_placed < placed_arts.size() && placed_arts[next_placed]->first_line == i) {
       placed_arts[next_placed++]->print_new(doc, out, &last);
     } else {
-      out.line(doc.line(i));
+      out.line(doc.line_view(i));
     }
     i = last + 1;
   }

@@ -1,6 +1,8 @@
 #include "document/sections.h"
 
+#include <algorithm>
 #include <cstring>
+#include <string_view>
 
 #include "document/ai_document.h"
 #include "document/layer.h"
@@ -10,12 +12,10 @@
 
 int find_comment(const AI_DOCUMENT& doc, int from, int to, const char* comment, bool whole_line) {
   const size_t length = std::strlen(comment);
-  for (int i = from; i <= to; ++i) {
-    const char* text = doc.line(i);
-    if (text[0] != comment[0] || std::strncmp(text, comment, length) != 0) continue;
-    if (!whole_line || text[length] == '\0') return i;
-  }
-  return -1;
+  return doc.find_percent_line(
+      from, to, std::string_view(comment, std::min<size_t>(length, 2)), [&](const char* text) {
+        return std::strncmp(text, comment, length) == 0 && (!whole_line || text[length] == '\0');
+      });
 }
 
 // A comment that printing depends on: its absence ends the run.
@@ -27,7 +27,7 @@ static int require_comment(const AI_DOCUMENT& doc, int from, int to, const char*
 }
 
 void LINE_RANGE::print_lines(const AI_DOCUMENT& doc, Output& out) const {
-  for (int i = first_line; i <= last_line; ++i) out.line(doc.line(i));
+  for (int i = first_line; i <= last_line; ++i) out.line(doc.line_view(i));
 }
 
 void AI_HEADER::setup(const AI_DOCUMENT& doc) {
@@ -73,7 +73,7 @@ void AI_DOC_TRAILER::print_new(const AI_DOCUMENT& doc, Output& out) const {
     print_lines(doc, out);
     return;
   }
-  for (int i = first_line; i < last_line; ++i) out.line(doc.line(i));
+  for (int i = first_line; i < last_line; ++i) out.line(doc.line_view(i));
   // The driver's "%%EOF" and carriage return complete the line.
   const char* text = doc.line(last_line);
   const long long length = static_cast<long long>(std::strlen(text));
@@ -100,11 +100,10 @@ void AI_SCRIPT::setup(const AI_DOCUMENT& doc) {
 }
 
 void AI_SCRIPT::setup_layer(const AI_DOCUMENT& doc) {
-  for (int i = first_line; i <= last_line;) {
-    if (std::strncmp(doc.line(i), "%AI5_BeginLayer", 15) != 0) {
-      ++i;
-      continue;
-    }
+  auto begins_layer = [](const char* text) {
+    return std::strncmp(text, "%AI5_BeginLayer", 15) == 0;
+  };
+  for (int i = first_line; (i = doc.find_percent_line(i, last_line, "%A", begins_layer)) >= 0;) {
     if (layers.size() == kMaxLayers) fail("overflow layer\n");
     auto layer = std::make_unique<AI_LAYER>();
     layer->setup(doc, i, last_line, &i);

@@ -90,6 +90,6 @@ class AI_SCRIPT : public LINE_RANGE {
 };
 
 // Index of the first line in [from, to] that begins with comment (or equals it, when
-// whole_line is set); -1 when there is none.
+// whole_line is set); -1 when there is none. The comment begins with '%'.
 int find_comment(const AI_DOCUMENT& doc, int from, int to, const char* comment,
                  bool whole_line = false);

@@ -10,9 +10,9 @@ AI_PLACED_ART::~AI_PLACED_ART() = default;
 
 void AI_PLACED_ART::setup(const AI_DOCUMENT& doc, int start, int end, int* next) {
   first_line = start;
-  int i = start;
-  while (i < end && !holds_word(doc.line(i), "%AI5_EndPlace")) ++i;
-  if (i >= end) fail("cannot find end of placed art\n");
+  int i = doc.find_percent_line(start, end - 1, "",
+                                [](const char* text) { return holds_word(text, "%AI5_EndPlace"); });
+  if (i < 0) fail("cannot find end of placed art\n");
   last_line = i;
   *next = i;
   replace = std::make_unique<AI_PLACED_ART_REPLACE>();

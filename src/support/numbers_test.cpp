@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 #include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <random>
+#include <string>
 
 TEST(NumbersTest, IntegersReadLikeAtoi) {
   EXPECT_EQ(0, to_int(""));
@@ -28,4 +32,43 @@ TEST(NumbersTest, RealsReadLikeAtof) {
   EXPECT_DOUBLE_EQ(0.0, to_double(""));
   EXPECT_DOUBLE_EQ(0.0, to_double("("));
   EXPECT_DOUBLE_EQ(841.89, to_double("841.89\t"));
+}
+
+// Reals take a shortcut when they are plain decimals; every form must still give exactly the
+// C library's value, bit for bit.
+TEST(NumbersTest, RealsMatchStrtodBitForBit) {
+  const char* const fixed[] = {"-0",
+                               "-0.000000",
+                               "0x1A",
+                               "1e3",
+                               "1.5e",
+                               ".5",
+                               "5.",
+                               ".",
+                               "-.",
+                               "+",
+                               "inf",
+                               "nan",
+                               " \t1.25",
+                               "9007199254740993",
+                               "9007199254740992.5",
+                               "0.1",
+                               "123456789012345678901",
+                               "1.00000000000000000000001"};
+  for (const char* text : fixed) {
+    double expected = std::strtod(text, nullptr);
+    double actual = to_double(text);
+    EXPECT_EQ(0, std::memcmp(&expected, &actual, sizeof expected)) << text;
+  }
+  std::mt19937 random(7);
+  for (int i = 0; i < 200000; ++i) {
+    std::string text = random() % 4 == 0 ? "-" : "";
+    text += std::to_string(random() % 100000000);
+    text += '.';
+    for (auto decimals = random() % 24; decimals > 0; --decimals)
+      text += static_cast<char>('0' + random() % 10);
+    double expected = std::strtod(text.c_str(), nullptr);
+    double actual = to_double(text.c_str());
+    ASSERT_EQ(0, std::memcmp(&expected, &actual, sizeof expected)) << text;
+  }
 }

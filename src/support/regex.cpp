@@ -2,6 +2,7 @@
 
 #include <map>
 #include <memory>
+#include <string_view>
 
 namespace {
 
@@ -11,8 +12,11 @@ struct CompiledRegex {
   ~CompiledRegex() { regfree(&regex); }
 };
 
-std::map<std::string, std::unique_ptr<CompiledRegex>>& compiled_patterns() {
-  static std::map<std::string, std::unique_ptr<CompiledRegex>> patterns;
+// Looked up by the pattern's characters, without making a string of them first.
+using PatternMap = std::map<std::string, std::unique_ptr<CompiledRegex>, std::less<>>;
+
+PatternMap& compiled_patterns() {
+  static PatternMap patterns;
   return patterns;
 }
 
@@ -20,7 +24,7 @@ std::map<std::string, std::unique_ptr<CompiledRegex>>& compiled_patterns() {
 
 int MY_REGEX::compile(const char* pattern) {
   auto& patterns = compiled_patterns();
-  auto found = patterns.find(pattern);
+  auto found = patterns.find(std::string_view(pattern));
   if (found == patterns.end()) {
     auto compiled = std::make_unique<CompiledRegex>();
     int status = regcomp(&compiled->regex, pattern, REG_EXTENDED);

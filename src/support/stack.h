@@ -2,10 +2,9 @@
 // parser that meets an operator can look back at the operands written before it.
 #pragma once
 
-#include <deque>
-#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // One word on the stack.
 struct STACK_OBJ {
@@ -14,6 +13,8 @@ struct STACK_OBJ {
   // Copies the word; a word of more than kMaxLength characters fails the run with
   // "STACK_OBJ::str size error\n".
   explicit STACK_OBJ(std::string_view token, bool check_length = true);
+  STACK_OBJ() = default;
+  void assign(std::string_view token, bool check_length);
 
   std::string str;
 };
@@ -29,7 +30,7 @@ class STACK {
   const char* push(std::string_view token);
   // push, then drop the oldest words while more than bound are held.
   void push_bounded(std::string_view token, int bound);
-  int count() const { return static_cast<int>(entries.size()); }
+  int count() const { return static_cast<int>(held); }
   // peek(0) is the newest word, peek(-1) the one before it; nullptr past the oldest word
   // and for any positive i.
   const char* peek(int i) const;
@@ -39,14 +40,25 @@ class STACK {
   // Takes the oldest word out into the overflow slot, which free_overflow must empty before
   // the next shift ("free stack overflow!\n" otherwise). Returns nullptr on an empty stack.
   const STACK_OBJ* shift();
-  void free_overflow() { overflow.reset(); }
+  void free_overflow() { overflow_held = false; }
   void free_all();
   // Whether a word longer than STACK_OBJ::kMaxLength was pushed (deferring stacks only).
   bool overlong_seen() const { return overlong; }
 
  private:
+  STACK_OBJ& slot(size_t from_oldest) { return ring[(oldest + from_oldest) % ring.size()]; }
+  const STACK_OBJ& slot(size_t from_oldest) const {
+    return ring[(oldest + from_oldest) % ring.size()];
+  }
+  void grow();
+
   bool defer_size_errors = false;
   bool overlong = false;
-  std::deque<STACK_OBJ> entries;  // oldest first
-  std::optional<STACK_OBJ> overflow;
+  // The words sit in a ring whose slots keep their storage, so that a parser reading
+  // millions of words does not allocate for each one.
+  std::vector<STACK_OBJ> ring;
+  size_t oldest = 0;
+  size_t held = 0;
+  STACK_OBJ overflow;
+  bool overflow_held = false;
 };

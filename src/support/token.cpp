@@ -29,27 +29,36 @@ const char* TOKEN::string_end(const char* open) const {
   }
 }
 
-const char* TOKEN::get() {
-  if (!cursor) return nullptr;
+bool TOKEN::next(std::string_view* word) {
+  if (!cursor) return false;
   if (*cursor == '(') {
     const char* close = string_end(cursor);
     if (!close) {
-      token.assign(cursor);
+      *word = cursor;
       cursor = nullptr;
     } else {
-      token.assign(cursor, static_cast<size_t>(close - cursor) + 1);
+      *word = std::string_view(cursor, static_cast<size_t>(close - cursor) + 1);
       cursor = close + 1;
       if (delim_len > 0 && std::strncmp(cursor, delim, delim_len) == 0) cursor += delim_len;
     }
-    return token.c_str();
+    return true;
   }
-  const char* found = delim_len > 0 ? std::strstr(cursor, delim) : nullptr;
+  const char* found = delim_len == 1  ? std::strchr(cursor, delim[0])
+                      : delim_len > 1 ? std::strstr(cursor, delim)
+                                      : nullptr;
   if (found) {
-    token.assign(cursor, static_cast<size_t>(found - cursor));
+    *word = std::string_view(cursor, static_cast<size_t>(found - cursor));
     cursor = found + delim_len;
   } else {
-    token.assign(cursor);
+    *word = cursor;
     cursor = nullptr;
   }
+  return true;
+}
+
+const char* TOKEN::get() {
+  std::string_view word;
+  if (!next(&word)) return nullptr;
+  token.assign(word);
   return token.c_str();
 }

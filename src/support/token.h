@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 class TOKEN {
  public:
@@ -12,6 +13,9 @@ class TOKEN {
   // The next word, valid until the next get or init; nullptr when the line is used up.
   // The first get after init never returns nullptr, even for an empty line.
   const char* get();
+  // The same walk without a copy: the next word as a view into the line; false when the line
+  // is used up.
+  bool next(std::string_view* word);
   // Length of the word that get returned last.
   size_t length() const { return token.size(); }
 

@@ -39,5 +39,5 @@ void AI_TEXT::print_new(const AI_DOCUMENT& doc, Output& out, int* last) const {
 }
 
 void AI_TEXT::print_text(const AI_DOCUMENT& doc, Output& out) const {
-  for (int i = first_line; i <= last_line; ++i) out.line(doc.line(i));
+  for (int i = first_line; i <= last_line; ++i) out.line(doc.line_view(i));
 }

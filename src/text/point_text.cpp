@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <map>
+#include <string>
 
 #include "driver/diagnostics.h"
 #include "driver/options.h"
@@ -29,6 +31,24 @@ std::string without_tabs(const std::string& text) {
 
 long long number(const std::string& digits) {
   return to_int(digits.c_str());
+}
+
+// The pattern of the run's syntax for one identifier (any identifier when id is null), with
+// tabs between runs. Every object of every layer asks for it, so each is built once.
+const char* placeholder_pattern(const char* id) {
+  static std::map<std::string, std::string, std::less<>> built;
+  const std::string key = (option_rx == 1 ? "2" : "1") + (id ? "=" + std::string(id) : "");
+  auto found = built.find(key);
+  if (found != built.end()) return found->second.c_str();
+  AI_REGEX_PATTERN plain;
+  AI_REGEX_PATTERN2 with_font;
+  const char* pattern;
+  if (option_rx == 1) {
+    pattern = id ? with_font.create_pattern(id, "\t") : with_font.create_pattern("\t");
+  } else {
+    pattern = id ? plain.create_pattern(id, "\t") : plain.create_pattern("\t");
+  }
+  return built.emplace(key, pattern).first->second.c_str();
 }
 
 }  // namespace
@@ -136,15 +156,8 @@ std::optional<std::string> AI_POINT_TEXT::TxTXstring(const char* sep) const {
 void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab) {
   if (notes) notes->fonts_set.clear();
   std::optional<std::string> text = TxTXstring("\t");
-  AI_REGEX_PATTERN plain;
-  AI_REGEX_PATTERN2 with_font;
-  const char* pattern;
-  if (option_rx == 1) {
-    pattern = id ? with_font.create_pattern(id, "\t") : with_font.create_pattern("\t");
-    font_replace(pattern);
-  } else {
-    pattern = id ? plain.create_pattern(id, "\t") : plain.create_pattern("\t");
-  }
+  const char* pattern = placeholder_pattern(id);
+  if (option_rx == 1) font_replace(pattern);
   if (text) setup_tabtxt_split(setup_tabtxt_replace(std::move(*text), pattern, tab));
   rimba_encode_tx();
 }
@@ -207,10 +220,8 @@ AI_POINT_TEXT::REPORT_NOTES& AI_POINT_TEXT::report_notes() {
 void AI_POINT_TEXT::report_unreplaced() const {
   std::optional<std::string> text = TxTXstring("\t");
   if (!text) return;
-  AI_REGEX_PATTERN plain;
-  AI_REGEX_PATTERN2 with_font;
   MY_REGEX regex;
-  regex.compile(option_rx == 1 ? with_font.create_pattern("\t") : plain.create_pattern("\t"));
+  regex.compile(placeholder_pattern(nullptr));
   regex.init_offset(text->c_str());
   std::string match;
   while (regex.match_next(match)) {

@@ -1,5 +1,8 @@
 #include "text/text_replace.h"
 
+#include <string>
+#include <string_view>
+
 #include "document/ai_document.h"
 #include "driver/diagnostics.h"
 #include "support/patterns.h"
@@ -17,9 +20,9 @@ constexpr int kStackBound = 10;
 bool holds_placeholder(const AI_POINT_TEXT& point_text) {
   std::optional<std::string> joined = point_text.TxTXstring(nullptr);
   if (!joined) return false;
+  static const std::string any_placeholder = AI_REGEX_PATTERN().create_pattern(nullptr);
   MY_REGEX regex;
-  AI_REGEX_PATTERN pattern;
-  if (!regex.compile(pattern.create_pattern(nullptr))) fail("%s", regex.error_text().c_str());
+  if (!regex.compile(any_placeholder.c_str())) fail("%s", regex.error_text().c_str());
   regex.init_offset(joined->c_str());
   return regex.match_yes() == 1;
 }
@@ -33,8 +36,10 @@ bool AI_TEXT_REPLACE::setup(const AI_DOCUMENT& doc, int first, int last) {
   TOKEN token;
   for (int i = first; i < last; ++i) {
     token.init(doc.line(i), " ");
-    while (const char* word = token.get()) {
-      stack.push_bounded(std::string_view(word, token.length()), kStackBound);
+    std::string_view view;
+    while (token.next(&view)) {
+      stack.push_bounded(view, kStackBound);
+      const char* word = stack.peek(0);
       if (!AI_POINT_TEXT::is_operator(word)) continue;
       point_text.setup(word, stack);
       stack.free_all();
