@@ -7,6 +7,7 @@
 #include "support/output.h"
 #include "support/report.h"
 #include "table/tab_text.h"
+#include "text/point_text.h"
 
 namespace {
 
@@ -63,6 +64,7 @@ bool apply_table_argument(const std::string& arg, AI_DOCUMENT& doc, TAB_TEXT& ta
   std::string file = arg.substr(equals + 1);
   size_t dash = arg.find('-');
   table.init(file.c_str());
+  add_to_expansion_pool(table.byte_count());
   if (dash < equals) {
     doc.setup_replace_placed_art(arg.substr(dash + 1, equals - dash - 1).c_str(), table);
   } else {
@@ -83,13 +85,16 @@ int run(const std::vector<std::string>& args, Output& out, std::string& diagnost
   if (args.size() <= 2 || next == args.size()) return usage(diagnostics);
   run_report().start(option_report == 1);
 
-  AI_DOCUMENT doc(AI_DOCUMENT::read_file(args[next].c_str()));
+  std::string bytes = AI_DOCUMENT::read_file(args[next].c_str());
+  reset_expansion_pool(bytes.size());
+  AI_DOCUMENT doc(std::move(bytes));
   doc.analyze_doc();
   if (++next == args.size()) return usage(diagnostics);
 
   TAB_TEXT table;
   if (next + 1 == args.size() && args[next].find('=') == std::string::npos) {
     table.init(args[next].c_str());
+    add_to_expansion_pool(table.byte_count());
     doc.setup_replace_text(table);
   } else {
     for (; next < args.size(); ++next) {

@@ -29,6 +29,7 @@ class TAB_TEXT {
   // The cell's text, or nullptr when there is no such cell. Valid until the next init.
   const char* get_field(long long row, long long col) const;
   int rec_count() const { return static_cast<int>(recs.size()); }
+  size_t byte_count() const { return buffer.size(); }
 
  private:
   void setup_rec();

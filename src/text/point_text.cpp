@@ -19,11 +19,15 @@
 namespace {
 
 // A walk whose cells keep bringing back placeholders is stopped after this many
-// replacements, or once the texts it has produced add up to more than this many bytes
-// plus a multiple of the text it started from: time and memory stay bounded by the input.
+// replacements, or once the texts that all walks of the run have produced add up to more
+// than this many bytes plus a multiple of the input: time and memory stay bounded by the
+// input, however many point texts share the same expanding cells.
 constexpr int kMaxReplacements = 100000;
 constexpr size_t kExpansionBytes = size_t{16} << 20;
 constexpr size_t kExpansionFactor = 16;
+
+// The bytes that the run's walks may still produce.
+size_t expansion_pool = kExpansionBytes;
 
 std::string without_tabs(const std::string& text) {
   return MY_STRING::replace(text, "\t", "");
@@ -61,6 +65,14 @@ static void placeholder_cell(const std::string& match, long long* row, long long
   } else {
     rowcol(match, row, col);
   }
+}
+
+void reset_expansion_pool(size_t input_bytes) {
+  expansion_pool = kExpansionBytes + kExpansionFactor * input_bytes;
+}
+
+void add_to_expansion_pool(size_t input_bytes) {
+  expansion_pool += kExpansionFactor * input_bytes;
 }
 
 void rowcol(const std::string& match, long long* row, long long* col) {
@@ -172,9 +184,7 @@ std::string AI_POINT_TEXT::setup_tabtxt_replace(std::string text, const char* pa
          regex.error_text().c_str());
   }
   regex.init_offset(text.c_str());
-  const size_t budget = kExpansionBytes + kExpansionFactor * text.size();
   int replacements = 0;
-  size_t produced = 0;
   std::string match;
   std::set<std::string> kept;
   while (regex.match_next(match)) {
@@ -191,10 +201,10 @@ std::string AI_POINT_TEXT::setup_tabtxt_replace(std::string text, const char* pa
     std::string replacement = cell ? cell : "";
     replacement.append(static_cast<size_t>(std::count(match.begin(), match.end(), '\t')), '\t');
     text = MY_STRING::replace(text, match, replacement);
-    produced += text.size();
-    if (++replacements > kMaxReplacements || produced > budget) {
+    if (++replacements > kMaxReplacements || text.size() > expansion_pool) {
       fail("endless expansion of placeholder %s\n", without_tabs(match).c_str());
     }
+    expansion_pool -= text.size();
     regex.init_offset(text.c_str());
   }
   return text;

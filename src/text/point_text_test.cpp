@@ -47,7 +47,10 @@ TAB_TEXT table(const std::string& bytes) {
 
 class PointTextTest : public ::testing::Test {
  protected:
-  void SetUp() override { reset_options(); }
+  void SetUp() override {
+    reset_options();
+    reset_expansion_pool(0);
+  }
 };
 
 }  // namespace
@@ -180,6 +183,22 @@ TEST_F(PointTextTest, ExpansionThatNeverEndsIsStopped) {
   } catch (const Error& error) {
     EXPECT_STREQ("endless expansion of placeholder TX-1-1\n", error.what());
   }
+  // Texts that each grow within bounds still draw on one pool for the whole run.
+  reset_expansion_pool(0);
+  std::string cells;
+  for (int i = 0; i < 100; ++i) cells += "TX-1-2 ";
+  const TAB_TEXT& shared = table(cells + "\t" + std::string(100000, 'x') + "\n");
+  AI_POINT_TEXT first = parse({"(TX-1-1) Tx"});
+  first.setup_tabtxt("TX", shared);
+  EXPECT_EQ(100u * 100001u, first.TxTXstring(nullptr)->size());
+  AI_POINT_TEXT second = parse({"(TX-1-1) Tx"});
+  try {
+    second.setup_tabtxt("TX", shared);
+    FAIL() << "no error";
+  } catch (const Error& error) {
+    EXPECT_STREQ("endless expansion of placeholder TX-1-2\n", error.what());
+  }
+  reset_expansion_pool(0);
   AI_POINT_TEXT nested = parse({"(TX-1-1) Tx"});
   nested.setup_tabtxt("TX", table("<TX-1-2>\tend\n"));
   EXPECT_EQ("<end>", *nested.TxTXstring(nullptr));
