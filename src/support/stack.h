@@ -42,6 +42,11 @@ class STACK {
   const STACK_OBJ* shift();
   void free_overflow() { overflow_held = false; }
   void free_all();
+  // free_all, and forgets any long word seen: the stack as new, its storage kept.
+  void clear() {
+    free_all();
+    overlong = false;
+  }
   // Whether a word longer than STACK_OBJ::kMaxLength was pushed (deferring stacks only).
   bool overlong_seen() const { return overlong; }
 

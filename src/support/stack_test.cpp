@@ -94,4 +94,7 @@ TEST(StackTest, DeferringStackKeepsLongWordsAndRemembersThem) {
   EXPECT_TRUE(stack.overlong_seen());
   stack.push(word);
   EXPECT_EQ(word, stack.peek(0));
+  stack.clear();
+  EXPECT_FALSE(stack.overlong_seen());
+  EXPECT_EQ(0, stack.count());
 }

@@ -31,8 +31,10 @@ bool holds_placeholder(const AI_POINT_TEXT& point_text) {
 
 bool AI_TEXT_REPLACE::setup(const AI_DOCUMENT& doc, int first, int last) {
   // Long words are an error only in a point text that is to be replaced; any other text
-  // object is written as read, whatever it holds.
-  STACK stack(true);
+  // object is written as read, whatever it holds. One stack serves every object, so that
+  // its words keep their storage from one object to the next.
+  static STACK stack(true);
+  stack.clear();
   TOKEN token;
   for (int i = first; i < last; ++i) {
     token.init(doc.line(i), " ");
