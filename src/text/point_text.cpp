@@ -18,12 +18,13 @@
 
 namespace {
 
-// A walk whose cells keep bringing back placeholders is stopped after this many
-// replacements, or once the texts that all walks of the run have produced add up to more
-// than this many bytes plus a multiple of the input: time and memory stay bounded by the
-// input, however many point texts share the same expanding cells.
-constexpr int kMaxReplacements = 100000;
-constexpr size_t kExpansionBytes = size_t{16} << 20;
+// A walk whose cells keep bringing back placeholders is stopped once it has met this many
+// placeholders (a kept one counts each time the walk starts again and passes it), or once
+// the texts that all walks of the run have produced add up to more than this many bytes
+// plus a multiple of the input: time and memory stay bounded by the input, however many
+// point texts share the same expanding cells.
+constexpr int kMaxMatches = 100000;
+constexpr size_t kExpansionBytes = size_t{1} << 20;
 constexpr size_t kExpansionFactor = 16;
 
 // The bytes that the run's walks may still produce.
@@ -31,6 +32,10 @@ size_t expansion_pool = kExpansionBytes;
 
 std::string without_tabs(const std::string& text) {
   return MY_STRING::replace(text, "\t", "");
+}
+
+[[noreturn]] void endless_expansion(const std::string& match) {
+  fail("endless expansion of placeholder %s\n", without_tabs(match).c_str());
 }
 
 long long number(const std::string& digits) {
@@ -184,10 +189,11 @@ std::string AI_POINT_TEXT::setup_tabtxt_replace(std::string text, const char* pa
          regex.error_text().c_str());
   }
   regex.init_offset(text.c_str());
-  int replacements = 0;
+  int matches = 0;
   std::string match;
   std::set<std::string> kept;
   while (regex.match_next(match)) {
+    if (++matches > kMaxMatches) endless_expansion(match);
     long long row = 0;
     long long col = 0;
     placeholder_cell(match, &row, &col);
@@ -201,9 +207,7 @@ std::string AI_POINT_TEXT::setup_tabtxt_replace(std::string text, const char* pa
     std::string replacement = cell ? cell : "";
     replacement.append(static_cast<size_t>(std::count(match.begin(), match.end(), '\t')), '\t');
     text = MY_STRING::replace(text, match, replacement);
-    if (++replacements > kMaxReplacements || text.size() > expansion_pool) {
-      fail("endless expansion of placeholder %s\n", without_tabs(match).c_str());
-    }
+    if (text.size() > expansion_pool) endless_expansion(match);
     expansion_pool -= text.size();
     regex.init_offset(text.c_str());
   }
