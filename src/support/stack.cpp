@@ -10,7 +10,9 @@ STACK_OBJ::STACK_OBJ(std::string_view token, bool check_length) {
 
 void STACK_OBJ::assign(std::string_view token, bool check_length) {
   if (check_length && token.size() > kMaxLength) fail("STACK_OBJ::str size error\n");
-  str.assign(token);
+  // clear and append reuse the storage like assign, without assign's care for overlap.
+  str.clear();
+  str.append(token.data(), token.size());
 }
 
 // Puts the words back in order from the first slot and adds an empty slot at the end.
