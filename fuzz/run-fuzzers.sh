@@ -76,8 +76,9 @@ for target in ${3:-template table run}; do
       -print_final_stats=1 "$work" $extra 2> "$work.log"; then
     failed=1
   fi
-  grep -E '^(stat::number_of_executed_units|stat::peak_rss_mb|#[0-9]+ *DONE)|ERROR' "$work.log"
-  tail -n 3 "$work.log" | grep -E 'cov:|corp:' || true
+  grep -E '^stat::(number_of_executed_units|peak_rss_mb)|ERROR' "$work.log"
+  grep -E 'cov:' "$work.log" | tail -n 1
+  echo "corpus: $(ls "$work" | wc -l) files"
   rm -rf "$work" "$work.log"
 done
 exit $failed
