@@ -57,7 +57,7 @@ const STACK_OBJ* STACK::shift() {
   if (held == 0) return nullptr;
   // A swap hands the word over and leaves the slot its old storage to reuse.
   overflow.str.swap(slot(0).str);
-  oldest = (oldest + 1) % ring.size();
+  oldest = wrap(oldest + 1);
   --held;
   overflow_held = true;
   return &overflow;

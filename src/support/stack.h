@@ -51,10 +51,10 @@ class STACK {
   bool overlong_seen() const { return overlong; }
 
  private:
-  STACK_OBJ& slot(size_t from_oldest) { return ring[(oldest + from_oldest) % ring.size()]; }
-  const STACK_OBJ& slot(size_t from_oldest) const {
-    return ring[(oldest + from_oldest) % ring.size()];
-  }
+  // from_oldest is at most the ring's size, so one subtraction wraps it (no division).
+  size_t wrap(size_t index) const { return index < ring.size() ? index : index - ring.size(); }
+  STACK_OBJ& slot(size_t from_oldest) { return ring[wrap(oldest + from_oldest)]; }
+  const STACK_OBJ& slot(size_t from_oldest) const { return ring[wrap(oldest + from_oldest)]; }
   void grow();
 
   bool defer_size_errors = false;
