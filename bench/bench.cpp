@@ -454,6 +454,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
+    bench::start_spawner();
     return bench::run(options);
   } catch (const std::exception& e) {
     std::fflush(stdout);

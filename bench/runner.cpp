@@ -58,8 +58,11 @@ std::string command_line(const std::vector<std::string>& argv) {
 
 }  // namespace
 
-ChildRun run_child(const std::vector<std::string>& argv, const std::string& stdout_path,
-                   const std::string& stderr_path) {
+namespace {
+
+// Forks, execs and waits for one child; runs in the spawner.
+ChildRun fork_and_wait(const std::vector<std::string>& argv, const std::string& stdout_path,
+                       const std::string& stderr_path) {
   std::vector<char*> args;
   for (const std::string& arg : argv) args.push_back(const_cast<char*>(arg.c_str()));
   args.push_back(nullptr);
@@ -77,6 +80,106 @@ ChildRun run_child(const std::vector<std::string>& argv, const std::string& stdo
   run.seconds = now_seconds() - start;
   if (waited < 0) throw std::runtime_error(std::string("wait4: ") + std::strerror(errno));
   run.max_rss_kib = usage.ru_maxrss;
+  return run;
+}
+
+void write_all(int fd, const void* data, size_t size) {
+  const char* p = static_cast<const char*>(data);
+  while (size > 0) {
+    ssize_t n = write(fd, p, size);
+    if (n < 0 && errno == EINTR) continue;
+    if (n <= 0) throw std::runtime_error("spawner pipe write failed");
+    p += n;
+    size -= static_cast<size_t>(n);
+  }
+}
+
+// False at the end of the stream before any byte.
+bool read_all(int fd, void* data, size_t size) {
+  char* p = static_cast<char*>(data);
+  size_t got = 0;
+  while (got < size) {
+    ssize_t n = read(fd, p + got, size - got);
+    if (n < 0 && errno == EINTR) continue;
+    if (n == 0 && got == 0) return false;
+    if (n <= 0) throw std::runtime_error("spawner pipe read failed");
+    got += static_cast<size_t>(n);
+  }
+  return true;
+}
+
+void write_strings(int fd, const std::vector<std::string>& strings) {
+  size_t count = strings.size();
+  write_all(fd, &count, sizeof count);
+  for (const std::string& text : strings) {
+    size_t length = text.size();
+    write_all(fd, &length, sizeof length);
+    write_all(fd, text.data(), length);
+  }
+}
+
+bool read_strings(int fd, std::vector<std::string>* strings) {
+  size_t count = 0;
+  if (!read_all(fd, &count, sizeof count)) return false;
+  strings->assign(count, std::string());
+  for (std::string& text : *strings) {
+    size_t length = 0;
+    read_all(fd, &length, sizeof length);
+    text.resize(length);
+    if (length > 0) read_all(fd, &text[0], length);
+  }
+  return true;
+}
+
+// The spawner's loop: each request is argv followed by the stdout and stderr paths.
+[[noreturn]] void serve(int requests, int replies) {
+  std::vector<std::string> request;
+  while (read_strings(requests, &request)) {
+    std::string stderr_path = request.back();
+    request.pop_back();
+    std::string stdout_path = request.back();
+    request.pop_back();
+    ChildRun run = fork_and_wait(request, stdout_path, stderr_path);
+    write_all(replies, &run, sizeof run);
+  }
+  _exit(0);
+}
+
+struct Spawner {
+  int requests = -1;
+  int replies = -1;
+};
+
+Spawner spawner;
+
+}  // namespace
+
+void start_spawner() {
+  int to_spawner[2];
+  int from_spawner[2];
+  if (pipe(to_spawner) != 0 || pipe(from_spawner) != 0) throw std::runtime_error("pipe failed");
+  pid_t pid = fork();
+  if (pid < 0) throw std::runtime_error(std::string("fork: ") + std::strerror(errno));
+  if (pid == 0) {
+    close(to_spawner[1]);
+    close(from_spawner[0]);
+    serve(to_spawner[0], from_spawner[1]);
+  }
+  close(to_spawner[0]);
+  close(from_spawner[1]);
+  spawner.requests = to_spawner[1];
+  spawner.replies = from_spawner[0];
+}
+
+ChildRun run_child(const std::vector<std::string>& argv, const std::string& stdout_path,
+                   const std::string& stderr_path) {
+  if (spawner.requests < 0) return fork_and_wait(argv, stdout_path, stderr_path);
+  std::vector<std::string> request = argv;
+  request.push_back(stdout_path);
+  request.push_back(stderr_path);
+  write_strings(spawner.requests, request);
+  ChildRun run;
+  if (!read_all(spawner.replies, &run, sizeof run)) throw std::runtime_error("spawner ended");
   return run;
 }
 

@@ -14,6 +14,11 @@ struct ChildRun {
   long max_rss_kib = 0;
 };
 
+// Starts the small process that forks every later child. Linux counts the resident size a
+// child inherits at fork in the child's peak, and the bench grows to tens of megabytes
+// while it generates inputs and reads outputs: call this first, while the bench is small.
+void start_spawner();
+
 // argv[0] is looked up on PATH when it holds no '/'. stdin is /dev/null.
 ChildRun run_child(const std::vector<std::string>& argv, const std::string& stdout_path,
                    const std::string& stderr_path);
