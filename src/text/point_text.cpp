@@ -175,14 +175,15 @@ void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab) {
   std::optional<std::string> text = TxTXstring("\t");
   const char* pattern = placeholder_pattern(id);
   if (option_rx == 1) font_replace(pattern);
-  if (text) setup_tabtxt_split(setup_tabtxt_replace(std::move(*text), pattern, tab));
+  // A text that no cell reached keeps its runs as they are.
+  if (text && setup_tabtxt_replace(*text, pattern, tab)) setup_tabtxt_split(*text);
   rimba_encode_tx();
 }
 
 // Each match is replaced everywhere in the text by its cell, followed by as many tabs as
 // it held so that the runs after it keep their own text; then the walk starts again.
-std::string AI_POINT_TEXT::setup_tabtxt_replace(std::string text, const char* pattern,
-                                                const TAB_TEXT& tab) {
+bool AI_POINT_TEXT::setup_tabtxt_replace(std::string& text, const char* pattern,
+                                         const TAB_TEXT& tab) {
   MY_REGEX regex;
   if (!regex.compile(pattern)) {
     fail("%sAI_POINT_TEXT:setup_tabtxt_replace( char *, char *, TAB_TEXT *):regex compile error\n",
@@ -190,6 +191,7 @@ std::string AI_POINT_TEXT::setup_tabtxt_replace(std::string text, const char* pa
   }
   regex.init_offset(text.c_str());
   int matches = 0;
+  bool replaced = false;
   std::string match;
   std::set<std::string> kept;
   while (regex.match_next(match)) {
@@ -207,11 +209,12 @@ std::string AI_POINT_TEXT::setup_tabtxt_replace(std::string text, const char* pa
     std::string replacement = cell ? cell : "";
     replacement.append(static_cast<size_t>(std::count(match.begin(), match.end(), '\t')), '\t');
     text = MY_STRING::replace(text, match, replacement);
+    replaced = true;
     if (text.size() > expansion_pool) endless_expansion(match);
     expansion_pool -= text.size();
     regex.init_offset(text.c_str());
   }
-  return text;
+  return replaced;
 }
 
 void AI_POINT_TEXT::report(const std::string& match, long long row, long long col,

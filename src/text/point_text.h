@@ -47,7 +47,8 @@ class AI_POINT_TEXT {
   void report_unreplaced() const;
 
  private:
-  std::string setup_tabtxt_replace(std::string text, const char* pattern, const TAB_TEXT& tab);
+  // Replaces in text; whether any placeholder was replaced or removed.
+  bool setup_tabtxt_replace(std::string& text, const char* pattern, const TAB_TEXT& tab);
   void setup_tabtxt_split(const std::string& text);
   void font_replace(const char* pattern);
   void rimba_encode_tx();
