@@ -453,12 +453,14 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "ormel_bench: %s\n%s", e.what(), bench::kUsage);
     return 2;
   }
+  int status = 1;
   try {
     bench::start_spawner();
-    return bench::run(options);
+    status = bench::run(options);
   } catch (const std::exception& e) {
     std::fflush(stdout);
     std::fprintf(stderr, "ormel_bench: FAILED: %s\n", e.what());
-    return 1;
   }
+  bench::stop_spawner();
+  return status;
 }

@@ -148,6 +148,7 @@ bool read_strings(int fd, std::vector<std::string>* strings) {
 struct Spawner {
   int requests = -1;
   int replies = -1;
+  pid_t pid = -1;
 };
 
 Spawner spawner;
@@ -169,6 +170,17 @@ void start_spawner() {
   close(from_spawner[1]);
   spawner.requests = to_spawner[1];
   spawner.replies = from_spawner[0];
+  spawner.pid = pid;
+}
+
+void stop_spawner() {
+  if (spawner.pid < 0) return;
+  close(spawner.requests);  // the spawner reads the end of its requests and exits
+  close(spawner.replies);
+  int status;
+  while (waitpid(spawner.pid, &status, 0) < 0 && errno == EINTR) {
+  }
+  spawner = Spawner();
 }
 
 ChildRun run_child(const std::vector<std::string>& argv, const std::string& stdout_path,

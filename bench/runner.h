@@ -18,6 +18,8 @@ struct ChildRun {
 // child inherits at fork in the child's peak, and the bench grows to tens of megabytes
 // while it generates inputs and reads outputs: call this first, while the bench is small.
 void start_spawner();
+// Ends the spawner and waits for it.
+void stop_spawner();
 
 // argv[0] is looked up on PATH when it holds no '/'. stdin is /dev/null.
 ChildRun run_child(const std::vector<std::string>& argv, const std::string& stdout_path,
