@@ -1,6 +1,7 @@
 #include "text/point_text.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstring>
 #include <map>
 #include <string>
@@ -32,6 +33,17 @@ size_t expansion_pool = kExpansionBytes;
 
 std::string without_tabs(const std::string& text) {
   return MY_STRING::replace(text, "\t", "");
+}
+
+// False only when text cannot hold a placeholder of id: an identifier of letters and digits
+// stands as written in any placeholder of a text without separators. Each table argument
+// visits every point text, and most hold no placeholder of its identifier.
+bool may_hold_placeholder(const char* id, const std::string& text) {
+  if (!id || text.find('\t') != std::string::npos) return true;
+  for (const char* c = id; *c; ++c) {
+    if (!std::isalnum(static_cast<unsigned char>(*c))) return true;
+  }
+  return text.find(std::string(id) + "-") != std::string::npos;
 }
 
 [[noreturn]] void endless_expansion(const std::string& match) {
@@ -176,7 +188,9 @@ void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab) {
   const char* pattern = placeholder_pattern(id);
   if (option_rx == 1) font_replace(pattern);
   // A text that no cell reached keeps its runs as they are.
-  if (text && setup_tabtxt_replace(*text, pattern, tab)) setup_tabtxt_split(*text);
+  if (text && may_hold_placeholder(id, *text) && setup_tabtxt_replace(*text, pattern, tab)) {
+    setup_tabtxt_split(*text);
+  }
   rimba_encode_tx();
 }
 

@@ -119,6 +119,14 @@ TEST_F(PointTextTest, ReplacesByIdentifierOnly) {
   EXPECT_EQ("X abc Y PH-2-3 abc", *text.TxTXstring(nullptr));
   text.setup_tabtxt(table("a\n\t\tcell\n"));
   EXPECT_EQ("X abc Y cell abc", *text.TxTXstring(nullptr));
+  // An identifier is a piece of a regular expression; one that is more than letters and
+  // digits still finds what it matches.
+  AI_POINT_TEXT any = parse({"(TAX-1-1 TX-1-1) Tx"});
+  any.setup_tabtxt("T.X", table("c\n"));
+  EXPECT_EQ("c TX-1-1", *any.TxTXstring(nullptr));
+  AI_POINT_TEXT empty_id = parse({"(A-1-1) Tx"});
+  empty_id.setup_tabtxt("", table("c\n"));
+  EXPECT_EQ("Ac", *empty_id.TxTXstring(nullptr));
 }
 
 TEST_F(PointTextTest, MissingAndEmptyCellsAreKeptOrRemoved) {
