@@ -35,17 +35,6 @@ std::string without_tabs(const std::string& text) {
   return MY_STRING::replace(text, "\t", "");
 }
 
-// False only when text cannot hold a placeholder of id: an identifier of letters and digits
-// stands as written in any placeholder of a text without separators. Each table argument
-// visits every point text, and most hold no placeholder of its identifier.
-bool may_hold_placeholder(const char* id, const std::string& text) {
-  if (!id || text.find('\t') != std::string::npos) return true;
-  for (const char* c = id; *c; ++c) {
-    if (!std::isalnum(static_cast<unsigned char>(*c))) return true;
-  }
-  return text.find(std::string(id) + "-") != std::string::npos;
-}
-
 [[noreturn]] void endless_expansion(const std::string& match) {
   fail("endless expansion of placeholder %s\n", without_tabs(match).c_str());
 }
@@ -182,15 +171,33 @@ std::optional<std::string> AI_POINT_TEXT::TxTXstring(const char* sep) const {
   return text;
 }
 
+// False only when the text cannot hold a placeholder of id: an identifier of letters and
+// digits stands as written in a placeholder that lies in one run. Each table argument visits
+// every point text, and most hold no placeholder of its identifier.
+bool AI_POINT_TEXT::may_hold_placeholder(const char* id) const {
+  if (!id) return true;
+  for (const char* c = id; *c; ++c) {
+    if (!std::isalnum(static_cast<unsigned char>(*c))) return true;
+  }
+  const std::string* only = nullptr;
+  for (const AI_TxTX& run : TxTX) {
+    const std::string* str = run.string();
+    if (!str) continue;
+    if (only) return true;  // a placeholder may be spread over the runs
+    only = str;
+  }
+  if (!only || only->find('\t') != std::string::npos) return only != nullptr;
+  return only->find(std::string(id) + "-") != std::string::npos;
+}
+
 void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab) {
   if (notes) notes->fonts_set.clear();
+  if (!may_hold_placeholder(id)) return;
   std::optional<std::string> text = TxTXstring("\t");
   const char* pattern = placeholder_pattern(id);
   if (option_rx == 1) font_replace(pattern);
   // A text that no cell reached keeps its runs as they are.
-  if (text && may_hold_placeholder(id, *text) && setup_tabtxt_replace(*text, pattern, tab)) {
-    setup_tabtxt_split(*text);
-  }
+  if (text && setup_tabtxt_replace(*text, pattern, tab)) setup_tabtxt_split(*text);
   rimba_encode_tx();
 }
 

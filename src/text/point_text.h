@@ -47,6 +47,7 @@ class AI_POINT_TEXT {
   void report_unreplaced() const;
 
  private:
+  bool may_hold_placeholder(const char* id) const;
   // Replaces in text; whether any placeholder was replaced or removed.
   bool setup_tabtxt_replace(std::string& text, const char* pattern, const TAB_TEXT& tab);
   void setup_tabtxt_split(const std::string& text);
