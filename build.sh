@@ -48,7 +48,7 @@ case "${1:-build}" in
     sh fuzz/run-fuzzers.sh build-fuzz "${2:-60}" ;;
   bench)
     configure_and_build build-release -DCMAKE_BUILD_TYPE=Release -DORMEL_TESTS=OFF
-    sh bench/run.sh build-release/ormel ;;
+    sh bench/run.sh build-release/ormel --expect bench/checksums.txt ;;
   *)
     echo "usage: ./build.sh [build|demo|test|fuzz [seconds]|bench]" >&2
     exit 1 ;;
