@@ -10,7 +10,7 @@
 #include "driver/diagnostics.h"
 #include "driver/options.h"
 #include "placed/test_temp_dir.h"
-#include "support/output.h"
+#include "support/printed.h"
 #include "table/tab_text.h"
 
 namespace {
@@ -25,9 +25,7 @@ const FRAME kWide = {{1, 0, 0, 1, 0, 0}, {0, 0, 200, 100}};
 
 // The i-th line (from 0) of what the object prints, without its "\r".
 std::string printed_line(const AI_PLACED_ART_REPLACE& art, int index) {
-  Output out;
-  art.print(out);
-  const std::string& text = out.text();
+  const std::string text = printed(art);
   size_t start = 0;
   for (int i = 0; i < index && start != std::string::npos; ++i) {
     start = text.find('\r', start);

@@ -5,7 +5,7 @@
 
 #include "driver/diagnostics.h"
 #include "driver/options.h"
-#include "support/output.h"
+#include "support/printed.h"
 #include "support/stack.h"
 #include "support/token.h"
 #include "table/tab_text.h"
@@ -29,10 +29,9 @@ AI_POINT_TEXT parse(const std::vector<std::string>& lines) {
   return text;
 }
 
-std::string printed(const AI_POINT_TEXT& text) {
-  Output out;
-  text.print(out);
-  std::string lines = out.text();
+// What the text prints, each "\r" shown as "|".
+std::string printed_lines(const AI_POINT_TEXT& text) {
+  std::string lines = printed(text);
   for (char& c : lines) {
     if (c == '\r') c = '|';
   }
@@ -99,7 +98,7 @@ TEST_F(PointTextTest, PrintsInFixedOrderWithAnEmptyLineWithoutTP) {
   AI_POINT_TEXT text = parse({"800 Ar", "1 Ap", "0 Tv", "(a) Tx"});
   EXPECT_EQ(
       "1.000000 0.000000 0.000000 1.000000 0.000000 0.000000 0.000000 Tp|0 Tv||1 Ap|800 Ar|(a) Tx|",
-      printed(text));
+      printed_lines(text));
 }
 
 TEST_F(PointTextTest, RunsGroupStylesWithTheirString) {
@@ -107,7 +106,7 @@ TEST_F(PointTextTest, RunsGroupStylesWithTheirString) {
   EXPECT_EQ(
       "1.000000 0.000000 0.000000 1.000000 0.000000 0.000000 0.000000 Tp||"
       "0.000000 g|(a) Tx|(b) TX|/_F 1.000000 2.000000 3.000000 Tf|(c) Tx|1.000000 g|",
-      printed(text));
+      printed_lines(text));
   EXPECT_EQ("a\tb\tc", *text.TxTXstring("\t"));
   EXPECT_EQ("abc", *text.TxTXstring(nullptr));
   EXPECT_FALSE(parse({"0 g"}).TxTXstring(nullptr).has_value());
@@ -157,7 +156,7 @@ TEST_F(PointTextTest, NewSyntaxIsReplacedWholeAndSetsFonts) {
                               "/_Helvetica 12 12 0 Tf", "(TX-1-1) Tx"});
   text.setup_tabtxt("TX", tab);
   EXPECT_EQ("Price \\335\\253n&q| EUR\tTX-1-1", *text.TxTXstring("\t"));
-  EXPECT_NE(std::string::npos, printed(text).find("/_RimbaNum 12.000000"));
+  EXPECT_NE(std::string::npos, printed_lines(text).find("/_RimbaNum 12.000000"));
   // A second argument over the same run leaves the encoded number alone.
   text.setup_tabtxt("TX", tab);
   EXPECT_EQ("Price \\335\\253n&q| EUR\tTX-1-1", *text.TxTXstring("\t"));

@@ -3,18 +3,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "support/output.h"
-
-namespace {
-
-template <class Record>
-std::string printed(const Record& record) {
-  Output out;
-  record.print(out);
-  return out.text();
-}
-
-}  // namespace
+#include "support/printed.h"
 
 TEST(PaintStyleTest, ValuesWhenMade) {
   EXPECT_EQ("0.000000 0.000000 0.000000 1.000000 k\r", printed(OP_k()));

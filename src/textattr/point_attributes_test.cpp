@@ -4,17 +4,10 @@
 #include <initializer_list>
 #include <string>
 
-#include "support/output.h"
+#include "support/printed.h"
 #include "support/stack.h"
 
 namespace {
-
-template <class Record>
-std::string printed(const Record& record) {
-  Output out;
-  record.print(out);
-  return out.text();
-}
 
 // Pushes one template line and files its operator, the last word, as the point text does.
 void read(AI_ATTRIBUTES& attributes, STACK& stack, std::initializer_list<const char*> words) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "support/output.h"
+#include "support/printed.h"
 #include "support/stack.h"
 
 namespace {
@@ -18,11 +19,7 @@ class TextRunTest : public ::testing::Test {
     run.setup(stack.peek(0), stack);
   }
 
-  std::string printed() const {
-    Output out;
-    run.print(out);
-    return out.text();
-  }
+  std::string printed() const { return ::printed(run); }
 
   AI_TxTX run;
   STACK stack;
