@@ -18,6 +18,7 @@
 #include "support/regex.h"
 #include "support/report.h"
 #include "support/stack.h"
+#include "support/strings.h"
 #include "support/token.h"
 #include "table/tab_text.h"
 
@@ -155,15 +156,13 @@ void AI_PLACED_ART_REPLACE::print(Output& out) const {
   out.printf("%s%s", "%AI5_EndPlace", "\r");
 }
 
+// The first two digit runs; with only one, the column is the row.
 void AI_PLACED_ART_REPLACE::rowcol(const char* name, int* row, int* col) {
-  MY_REGEX regex;
-  if (!regex.compile("[0-9]+")) fail("%s", regex.error_text().c_str());
-  regex.init_offset(name);
-  std::string digits;
-  regex.match_next(digits);
-  *row = to_int(digits.c_str());
-  regex.match_next(digits);
-  *col = to_int(digits.c_str());
+  size_t at = 0;
+  const std::string first(MY_STRING::next_digits(name, &at));
+  const std::string second(MY_STRING::next_digits(name, &at));
+  *row = to_int(first.c_str());
+  *col = second.empty() ? *row : to_int(second.c_str());
 }
 
 // The file string's base name, less its closing parenthesis, is what the placeholder is

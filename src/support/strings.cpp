@@ -1,5 +1,7 @@
 #include "support/strings.h"
 
+#include <algorithm>
+
 #include "driver/diagnostics.h"
 
 void MY_STRING::cat(std::optional<std::string>& head, const char* tail) {
@@ -23,6 +25,18 @@ std::string MY_STRING::replace(std::string_view text, std::string_view from, std
   }
   out.append(text, start, std::string_view::npos);
   return out;
+}
+
+std::string_view MY_STRING::next_digits(std::string_view text, size_t* from) {
+  static constexpr std::string_view kDigits = "0123456789";
+  const size_t start = text.find_first_of(kDigits, *from);
+  if (start == std::string_view::npos) {
+    *from = text.size();
+    return {};
+  }
+  const size_t end = std::min(text.find_first_not_of(kDigits, start), text.size());
+  *from = end;
+  return text.substr(start, end - start);
 }
 
 void MY_STRING::split(std::string_view delimiter, std::string_view text) {

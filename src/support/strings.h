@@ -13,6 +13,9 @@ class MY_STRING {
   // text with every occurrence of from (left to right, not overlapping) replaced by to.
   // An empty from fails the run.
   static std::string replace(std::string_view text, std::string_view from, std::string_view to);
+  // The first run of decimal digits at or after *from, moving *from past it; the empty text
+  // (and *from at the end) when there is none.
+  static std::string_view next_digits(std::string_view text, size_t* from);
 
   // Prepares to cut text at delim; text must stay unchanged while pieces are taken.
   void split(std::string_view delim, std::string_view text);

@@ -54,3 +54,16 @@ TEST(StringsTest, ReplaceRefusesAnEmptySearchText) {
     EXPECT_STREQ("MY_STRING:replace( char*, char*, char* ):empty search text\n", error.what());
   }
 }
+
+TEST(StringsTest, DigitRunsInTurn) {
+  size_t at = 0;
+  const std::string name = "Disk:v2_PH-13-4.eps";
+  EXPECT_EQ("2", MY_STRING::next_digits(name, &at));
+  EXPECT_EQ("13", MY_STRING::next_digits(name, &at));
+  EXPECT_EQ("4", MY_STRING::next_digits(name, &at));
+  EXPECT_EQ("", MY_STRING::next_digits(name, &at));
+  EXPECT_EQ(name.size(), at);
+  at = 0;
+  EXPECT_EQ("007", MY_STRING::next_digits("007", &at));
+  EXPECT_EQ(3u, at);
+}

@@ -19,10 +19,8 @@ std::string without_leading_zeros(const std::string& digits) {
 
 // The first run of decimal digits in text, or the empty text.
 std::string first_digits(const std::string& text) {
-  size_t start = text.find_first_of("0123456789");
-  if (start == std::string::npos) return "";
-  size_t end = text.find_first_not_of("0123456789", start);
-  return text.substr(start, end == std::string::npos ? std::string::npos : end - start);
+  size_t at = 0;
+  return std::string(MY_STRING::next_digits(text, &at));
 }
 
 }  // namespace

@@ -83,17 +83,11 @@ void add_to_expansion_pool(size_t input_bytes) {
 
 void rowcol(const std::string& match, long long* row, long long* col) {
   const std::string text = without_tabs(match);
-  std::string runs[2];
-  size_t found = 0;
-  for (size_t i = 0; i < text.size() && found < 2; ++i) {
-    if (text[i] < '0' || text[i] > '9') continue;
-    size_t end = text.find_first_not_of("0123456789", i);
-    runs[found++] = text.substr(i, end == std::string::npos ? std::string::npos : end - i);
-    if (end == std::string::npos) break;
-    i = end;
-  }
-  *row = number(runs[0]);
-  *col = found == 2 ? number(runs[1]) : *row;
+  size_t at = 0;
+  const std::string first(MY_STRING::next_digits(text, &at));
+  const std::string second(MY_STRING::next_digits(text, &at));
+  *row = number(first);
+  *col = second.empty() ? *row : number(second);
 }
 
 void rowcol_font(const std::string& match, long long* row, long long* col, std::string* font) {
