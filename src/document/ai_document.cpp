@@ -1,124 +1,319 @@
 #include "document/ai_document.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 #include "document/layer.h"
 #include "driver/diagnostics.h"
-#include "support/file_io.h"
+#include "support/output.h"
 
+// The forward search hops from one occurrence of the pattern's first byte to the next,
+// which is fast where that byte is rare ('%' in PostScript).
 const char* strpos(const char* text, long long length, const char* pattern, int direction) {
-  long long n = static_cast<long long>(std::strlen(pattern));
-  if (length < n || n == 0) return nullptr;
+  const size_t n = std::strlen(pattern);
+  if (length < static_cast<long long>(n) || n == 0) return nullptr;
+  const char* last = text + (length - static_cast<long long>(n));
   if (direction == 0) {
-    return static_cast<const char*>(
-        memmem(text, static_cast<size_t>(length), pattern, static_cast<size_t>(n)));
+    for (const char* p = text; p <= last; ++p) {
+      p = static_cast<const char*>(std::memchr(p, pattern[0], static_cast<size_t>(last - p) + 1));
+      if (!p) return nullptr;
+      if (std::memcmp(p, pattern, n) == 0) return p;
+    }
+    return nullptr;
   }
   if (direction != 1) return nullptr;
-  for (long long i = length - n; i >= 0; --i) {
-    if (text[i] == pattern[0] && std::memcmp(text + i, pattern, static_cast<size_t>(n)) == 0) {
-      return text + i;
-    }
+  for (long long i = last - text; i >= 0; --i) {
+    if (text[i] == pattern[0] && std::memcmp(text + i, pattern, n) == 0) return text + i;
   }
   return nullptr;
 }
 
-std::string AI_DOCUMENT::read_file(const char* file_name) {
-  return read_whole_file(file_name, "ai file open error\n", "ai file read error\n");
+FileBytes AI_DOCUMENT::read_file(const char* file_name) {
+  return FileBytes::read(file_name, "ai file open error\n", "ai file read error\n");
 }
 
-AI_DOCUMENT::AI_DOCUMENT(std::string bytes) : buffer(std::move(bytes)) {
+// Embedded documents are rare, so the text is first cut as it is, watching for one. Where
+// one shows up, or the quick cut cannot finish, the documents are cut out and the text is
+// cut again; failures are decided on that second pass, in their proper order.
+AI_DOCUMENT::AI_DOCUMENT(FileBytes file) : bytes(std::move(file)), text(bytes.view()) {
+  if (cut_text(true)) return;
+  clear_lines();
   eliminate_BeginEndDocument();
-  setup_doc();
+  cut_text(false);
 }
 
 AI_DOCUMENT::~AI_DOCUMENT() = default;
 
+namespace {
+
+const char kBeginDocument[] = "%%BeginDocument";
+const char kEndDocument[] = "%%EndDocument";
+
+bool holds_begin_document(const char* from, const char* to) {
+  return strpos(from, to - from, kBeginDocument, 0) != nullptr;
+}
+
+}  // namespace
+
 // Embedded documents, from "%%BeginDocument" through "%%EndDocument" and the CR or CR LF
 // after it, never reach the line table. They do not nest: the first end closes the cut.
+// Only a template that holds one is copied.
 void AI_DOCUMENT::eliminate_BeginEndDocument() {
-  static const char kBegin[] = "%%BeginDocument";
-  static const char kEnd[] = "%%EndDocument";
-  const size_t size = buffer.size();
+  const char* const base = text.data();
+  const size_t size = text.size();
+  std::string kept;
   size_t read = 0;
-  size_t write = 0;
-  for (;;) {
-    const char* base = buffer.data();
-    const char* begin = strpos(base + read, static_cast<long long>(size - read), kBegin, 0);
-    if (!begin) break;
-    size_t begin_at = static_cast<size_t>(begin - base);
-    const char* end = strpos(begin, static_cast<long long>(size - begin_at), kEnd, 0);
-    if (!end) fail("cannot find %s\n", kEnd);
-    size_t cut_end = static_cast<size_t>(end - base) + sizeof kEnd - 1;
-    if (cut_end < size && buffer[cut_end] == '\r') {
+  while (const char* begin =
+             strpos(base + read, static_cast<long long>(size - read), kBeginDocument, 0)) {
+    const size_t begin_at = static_cast<size_t>(begin - base);
+    const char* end = strpos(begin, static_cast<long long>(size - begin_at), kEndDocument, 0);
+    if (!end) fail("cannot find %s\n", kEndDocument);
+    size_t cut_end = static_cast<size_t>(end - base) + sizeof kEndDocument - 1;
+    if (cut_end < size && base[cut_end] == '\r') {
       ++cut_end;
-      if (cut_end < size && buffer[cut_end] == '\n') ++cut_end;
+      if (cut_end < size && base[cut_end] == '\n') ++cut_end;
     }
-    std::memmove(&buffer[write], &buffer[read], begin_at - read);
-    write += begin_at - read;
+    kept.append(base + read, begin_at - read);
     read = cut_end;
   }
-  if (read != write) {
-    std::memmove(&buffer[write], &buffer[read], size - read);
-    buffer.resize(write + size - read);
-  }
+  if (read == 0) return;
+  kept.append(base + read, size - read);
+  bytes = FileBytes(std::move(kept));
+  text = bytes.view();
 }
 
-// A line's text ends at its first NUL byte. Lines with a NUL or a '%' are rare, so each
-// search for the next one covers many lines at once.
-void AI_DOCUMENT::setup_doc() {
-  char* text = &buffer[0];
-  const long long size = static_cast<long long>(buffer.size());
-  char* start = const_cast<char*>(strpos(text, size, "%!PS-Adobe", 0));
+void AI_DOCUMENT::clear_lines() {
+  starts.clear();
+  no_line_end = false;
+  crlf_seen = false;
+  nul_lines.clear();
+  percent_lines.clear();
+  text_lines.clear();
+  text_end_lines.clear();
+}
+
+// Cuts the text from "%!PS-Adobe" to the CR after the last "%%EOF" into lines: a line's text
+// ends at its CR or at its first NUL byte. The lines, their '%' and NUL bytes and the lines
+// that begin and end text objects are all found in one pass. A quick cut returns false
+// instead of failing, and when the text holds an embedded document.
+bool AI_DOCUMENT::cut_text(bool quick) {
+  const char* const text_end = text.data() + text.size();
+  const char* start = strpos(text.data(), static_cast<long long>(text.size()), "%!PS-Adobe", 0);
+  const char* eof = strpos(text.data(), static_cast<long long>(text.size()), "%%EOF", 1);
+  if (quick && !(start && eof)) return false;
   if (!start) fail("cannot find %s\n", "%!PS-Adobe");
-  const char* eof = strpos(text, size, "%%EOF", 1);
   if (!eof) fail("cannot find %s\n", "%%EOF");
   // The carriage return right after "%%EOF" still ends a line; text after it is dropped.
-  char* const limit = text + (eof - text) + 6;
-  char* const buffer_end = text + size;
-  auto next = [buffer_end](char* from, char c) {
-    char* found = static_cast<char*>(std::memchr(from, c, static_cast<size_t>(buffer_end - from)));
-    return found ? found : buffer_end;
-  };
-  char* line_start = start;
-  char* next_nul = next(start, '\0');
-  char* next_percent = next(start, '%');
-  for (;;) {
-    char* cr = next(line_start, '\r');
-    if (cr == buffer_end || cr >= limit) break;
-    if (starts.size() == kMaxLines) fail("overflow doc\n");
-    const bool holds_nul = next_nul < cr;
-    if (holds_nul) next_nul = next(cr + 1, '\0');
-    const bool holds_percent = next_percent < cr;
-    if (holds_percent) next_percent = next(cr + 1, '%');
-    *cr = '\0';
-    add_line(line_start, holds_percent, holds_nul);
-    line_start = cr + 1;
-    if (line_start < buffer_end && *line_start == '\n') ++line_start;
+  const char* const limit = std::min(eof + 6, text_end);
+  // The cut itself watches the bytes from start to limit.
+  if (quick && (holds_begin_document(text.data(), std::min(start + 14, text_end)) ||
+                holds_begin_document(limit, text_end))) {
+    return false;
   }
+  starts.reserve(std::min<size_t>(kMaxLines, static_cast<size_t>(limit - start)) + 1);
+  const char* line_start = cut_lines(start, limit, quick);
+  if (!line_start) return false;
   if (starts.empty()) {
-    // No line end at all: the one line runs to the end of the text, like a line cut at a CR.
-    add_line(start, true, false);
-    line_start = start + std::strlen(start) + 1;
+    // No line end at all: the one line runs to the end of the text.
+    no_line_end = true;
+    add_line(start, text_end, {true, true, false});
+    line_start = text_end;
   }
   starts.push_back(line_start);
+  return true;
 }
 
-void AI_DOCUMENT::add_line(const char* start, bool holds_percent, bool holds_nul) {
+// The state of the line being cut: where it starts and what it holds so far.
+struct AI_DOCUMENT::LineCutter {
+  LineCutter(AI_DOCUMENT& document, const char* start, bool quick_cut)
+      : doc(document),
+        text_end(doc.text.data() + doc.text.size()),
+        line_start(start),
+        quick(quick_cut) {}
+
+  AI_DOCUMENT& doc;
+  const char* text_end;
+  const char* line_start;
+  bool quick;
+  bool stopped = false;
+  LineMarks marks;
+
+  void mark(const char* p) {
+    switch (*p) {
+      case '\r':
+        end_line(p);
+        break;
+      case '%':
+        percent_mark(p);
+        break;
+      case '\0':
+        marks.nul = true;
+        break;
+    }
+  }
+  void percent_mark(const char* p) {
+    marks.percent = true;
+    const long left = text_end - p;
+    if (left >= 5 && std::memcmp(p, "%AI5_", 5) == 0) marks.ai5 = true;
+    if (quick && left >= 15 && p[1] == '%' && std::memcmp(p, kBeginDocument, 15) == 0) {
+      stopped = true;
+    }
+  }
+  void end_line(const char* cr) {
+    if (doc.starts.size() == kMaxLines) {
+      if (quick) {
+        stopped = true;
+        return;
+      }
+      fail("overflow doc\n");
+    }
+    // Most lines hold no '%' or NUL and cannot begin or end a text object ("0 To", "TO"):
+    // of those only the start is kept.
+    const long length = cr - line_start;
+    if (marks.percent || marks.nul ||
+        (length >= 2 && (line_start[0] == 'T' || (length >= 4 && line_start[2] == 'T')))) {
+      doc.add_line(line_start, cr, marks);
+      marks = LineMarks();
+    } else {
+      doc.starts.push_back(line_start);
+    }
+    line_start = cr + 1;
+    if (line_start < text_end && *line_start == '\n') {
+      ++line_start;
+      doc.crlf_seen = true;
+    }
+  }
+};
+
+#if defined(__SSE2__)
+namespace {
+
+// Bit i is set where block[i] is one of the bytes; 64 bytes at a time, so that each loop
+// turn usually finds a line end or two.
+struct Marks64 {
+  uint64_t crs;
+  uint64_t others;  // '%' and NUL
+};
+
+Marks64 marks64(const char* block) {
+  const __m128i cr = _mm_set1_epi8('\r');
+  const __m128i percent = _mm_set1_epi8('%');
+  const __m128i nul = _mm_setzero_si128();
+  Marks64 marks{0, 0};
+  for (int i = 0; i < 4; ++i) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block + 16 * i));
+    const auto crs = static_cast<uint16_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, cr)));
+    const auto others = static_cast<uint16_t>(_mm_movemask_epi8(
+        _mm_or_si128(_mm_cmpeq_epi8(bytes, percent), _mm_cmpeq_epi8(bytes, nul))));
+    marks.crs |= static_cast<uint64_t>(crs) << (16 * i);
+    marks.others |= static_cast<uint64_t>(others) << (16 * i);
+  }
+  return marks;
+}
+
+}  // namespace
+#endif
+
+// Returns where the text after the last CR begins, or nullptr when a quick cut stops. Most
+// bytes are no CR, '%' or NUL, so where the CPU compares 16 bytes at once, only the bytes
+// that matter are visited.
+const char* AI_DOCUMENT::cut_lines(const char* p, const char* end, bool quick) {
+  LineCutter cutter(*this, p, quick);
+#if defined(__SSE2__)
+  for (; end - p >= 64 && !cutter.stopped; p += 64) {
+    const Marks64 marks = marks64(p);
+    if (marks.others == 0) {
+      for (uint64_t bits = marks.crs; bits; bits &= bits - 1) {
+        cutter.end_line(p + __builtin_ctzll(bits));
+      }
+      continue;
+    }
+    for (uint64_t bits = marks.crs | marks.others; bits; bits &= bits - 1) {
+      cutter.mark(p + __builtin_ctzll(bits));
+    }
+  }
+#endif
+  for (; p < end && !cutter.stopped; ++p) cutter.mark(p);
+  return cutter.stopped ? nullptr : cutter.line_start;
+}
+
+// end is where the line's CR stands, or the end of the text.
+void AI_DOCUMENT::add_line(const char* start, const char* end, LineMarks marks) {
   const int index = static_cast<int>(starts.size());
-  if (holds_nul) nul_lines.push_back(index);
-  if (holds_percent) percent_lines.push_back({index, {start[0], start[0] ? start[1] : '\0'}});
+  const std::string_view bytes_read(start, static_cast<size_t>(end - start));
+  const std::string_view line_text =
+      marks.nul ? bytes_read.substr(0, bytes_read.find('\0')) : bytes_read;
+  auto at = [&line_text](size_t i) { return i < line_text.size() ? line_text[i] : '\0'; };
+  if (marks.nul) nul_lines.push_back(index);
+  if (marks.percent) percent_lines.push_back({index, {at(0), at(1)}, marks.ai5});
+  if (at(0) && at(1) && at(2) == 'T' && at(3) == 'o') text_lines.push_back(index);
+  if (at(0) == 'T' && at(1) == 'O') text_end_lines.push_back(index);
   starts.push_back(start);
 }
 
-std::string_view AI_DOCUMENT::line_view(int index) const {
+namespace {
+
+int first_in(const std::vector<int>& lines, int from, int to) {
+  auto it = std::lower_bound(lines.begin(), lines.end(), from);
+  return it != lines.end() && *it <= to ? *it : -1;
+}
+
+}  // namespace
+
+int AI_DOCUMENT::find_text_line(int from, int to) const {
+  return first_in(text_lines, from, to);
+}
+
+int AI_DOCUMENT::find_text_end_line(int from, int to) const {
+  return first_in(text_end_lines, from, to);
+}
+
+std::string_view AI_DOCUMENT::line(int index) const {
   const size_t i = static_cast<size_t>(index);
-  if (!nul_lines.empty() && std::binary_search(nul_lines.begin(), nul_lines.end(), index)) {
-    return starts[i];
-  }
-  // The next line starts after this one's CR (now a NUL) and the LF that may follow it.
   const char* next = starts[i + 1];
-  return {starts[i], static_cast<size_t>(next - starts[i]) - 1 - (next[-1] == '\n' ? 1 : 0)};
+  // The next line starts after this one's CR and the LF that may follow it.
+  const char* end = no_line_end ? next : next - (next[-1] == '\n' ? 2 : 1);
+  const std::string_view bytes_read(starts[i], static_cast<size_t>(end - starts[i]));
+  if (no_line_end || std::binary_search(nul_lines.begin(), nul_lines.end(), index)) {
+    return bytes_read.substr(0, bytes_read.find('\0'));
+  }
+  return bytes_read;
+}
+
+// The lines from first on, before last_end, that end in a CR alone and hold no NUL: their
+// bytes in the template, CRs included, are what printing writes.
+int AI_DOCUMENT::printed_as_read_until(int first, int last_end,
+                                       std::vector<int>::const_iterator next_nul_line) const {
+  if (no_line_end) return first;
+  int end = next_nul_line != nul_lines.end() ? std::min(*next_nul_line, last_end) : last_end;
+  if (!crlf_seen) return end;
+  for (int i = first; i < end; ++i) {
+    if (starts[static_cast<size_t>(i) + 1][-1] != '\r') return i;
+  }
+  return end;
+}
+
+// A run of lines printed as read is written straight from the template's bytes, which stay
+// as they are while the document lives.
+void AI_DOCUMENT::print_lines(int first, int last, Output& out) const {
+  auto nul = std::lower_bound(nul_lines.begin(), nul_lines.end(), first);
+  for (int i = first; i <= last;) {
+    const int end = printed_as_read_until(i, last + 1, nul);
+    if (end > i) {
+      const char* from = starts[static_cast<size_t>(i)];
+      out.write_kept(
+          std::string_view(from, static_cast<size_t>(starts[static_cast<size_t>(end)] - from)));
+      i = end;
+      continue;
+    }
+    out.line(line(i));
+    if (nul != nul_lines.end() && *nul == i) ++nul;
+    ++i;
+  }
 }
 
 void AI_DOCUMENT::analyze_doc() {

@@ -1,6 +1,7 @@
 // The template in memory: the PostScript text from "%!PS-Adobe" to the last "%%EOF", with
-// embedded documents cut out, cut in place into lines at carriage returns. Every other
-// part of the model refers to the text by line index.
+// embedded documents cut out, cut into lines at carriage returns. The bytes are never
+// changed: lines are views into them. Every other part of the model refers to the text by
+// line index.
 #pragma once
 
 #include <algorithm>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "document/sections.h"
+#include "support/file_io.h"
 
 class Output;
 class TAB_TEXT;
@@ -23,10 +25,11 @@ class AI_DOCUMENT {
   static constexpr int kMaxLines = 1048576;
 
   // Reads the template file whole ("ai file open error\n" and the like on failure).
-  static std::string read_file(const char* file_name);
+  static FileBytes read_file(const char* file_name);
 
   // Cuts embedded documents out of the template's bytes and cuts the rest into lines.
-  explicit AI_DOCUMENT(std::string bytes);
+  explicit AI_DOCUMENT(FileBytes file);
+  explicit AI_DOCUMENT(std::string in_memory) : AI_DOCUMENT(FileBytes(std::move(in_memory))) {}
   AI_DOCUMENT(const AI_DOCUMENT&) = delete;
   AI_DOCUMENT& operator=(const AI_DOCUMENT&) = delete;
   ~AI_DOCUMENT();
@@ -44,45 +47,89 @@ class AI_DOCUMENT {
 
   int line_count() const { return static_cast<int>(starts.size()) - 1; }
   // A line without its line end, up to its first NUL byte if it holds one.
-  const char* line(int index) const { return starts[static_cast<size_t>(index)]; }
-  std::string_view line_view(int index) const;
+  std::string_view line(int index) const;
+  // The template's bytes from the start of line first to the end of line last, line ends
+  // (and any bytes after a NUL) included.
+  std::string_view bytes_of_lines(int first, int last) const {
+    const char* from = starts[static_cast<size_t>(first)];
+    return {from, static_cast<size_t>(starts[static_cast<size_t>(last) + 1] - from)};
+  }
+  // Writes lines first to last, each followed by a carriage return.
+  void print_lines(int first, int last, Output& out) const;
   // The first line in [from, to] whose bytes hold a '%', that begins with head (at most two
   // characters; empty for any line) and whose text passes test; -1 when there is none.
   // Comments and placed-art markers hold a '%' and most lines of a large document do not,
   // so searches for them look at these lines only, and at their text only when it can match.
   template <typename Test>
   int find_percent_line(int from, int to, std::string_view head, Test test) const {
-    auto it =
-        std::lower_bound(percent_lines.begin(), percent_lines.end(), from,
-                         [](const PercentLine& line, int index) { return line.index < index; });
-    for (; it != percent_lines.end() && it->index <= to; ++it) {
-      if (it->begins_with(head) && test(line(it->index))) return it->index;
-    }
-    return -1;
+    return first_percent_line(from, to, [&](const PercentLine& percent_line) {
+      return percent_line.begins_with(head) && test(line(percent_line.index));
+    });
   }
+  // The same among the lines that hold "%AI5_", the start of every placed-art marker.
+  template <typename Test>
+  int find_ai5_line(int from, int to, Test test) const {
+    return first_percent_line(from, to, [&](const PercentLine& percent_line) {
+      return percent_line.holds_ai5 && test(line(percent_line.index));
+    });
+  }
+  // The first line in [from, to] whose third and fourth characters are "To", where text
+  // objects begin; -1 when there is none.
+  int find_text_line(int from, int to) const;
+  // The first line in [from, to] that begins with "TO", where text objects end; -1 when
+  // there is none.
+  int find_text_end_line(int from, int to) const;
 
   const AI_SCRIPT* get_script() const { return script.get(); }
   const AI_PROLOG* get_prolog() const { return prolog.get(); }
 
  private:
   void eliminate_BeginEndDocument();
-  void setup_doc();
-  void add_line(const char* start, bool holds_percent, bool holds_nul);
+  void clear_lines();
+  bool cut_text(bool quick);
+  struct LineCutter;
+  const char* cut_lines(const char* start, const char* end, bool quick);
+  struct LineMarks {
+    bool percent = false;
+    bool ai5 = false;  // "%AI5_"
+    bool nul = false;
+  };
+  void add_line(const char* start, const char* end, LineMarks marks);
+  int printed_as_read_until(int first, int last_end,
+                            std::vector<int>::const_iterator next_nul_line) const;
 
-  std::string buffer;
+  FileBytes bytes;
+  std::string_view text;  // the bytes, with any embedded documents cut out
   // Where each line starts, then where the line after the last would start: a line's length
-  // follows from the next start, so 1,048,576 lines cost 8 MB.
+  // follows from the next start (after the CR or CR LF), so 1,048,576 lines cost 8 MB.
   std::vector<const char*> starts;
+  // Set when the text holds no CR: its one line then runs to the end of the text.
+  bool no_line_end = false;
+  bool crlf_seen = false;      // some line ends in CR LF
   std::vector<int> nul_lines;  // ascending; rare
   // A line that holds a '%', with its first two characters ('\0' past its end).
   struct PercentLine {
     int index;
     char head[2];
-    bool begins_with(std::string_view text) const {
-      return text.empty() || (text[0] == head[0] && (text.size() == 1 || text[1] == head[1]));
+    bool holds_ai5;
+    bool begins_with(std::string_view line_text) const {
+      return line_text.empty() ||
+             (line_text[0] == head[0] && (line_text.size() == 1 || line_text[1] == head[1]));
     }
   };
   std::vector<PercentLine> percent_lines;  // ascending
+  template <typename Keep>
+  int first_percent_line(int from, int to, Keep keep) const {
+    auto it = std::lower_bound(
+        percent_lines.begin(), percent_lines.end(), from,
+        [](const PercentLine& percent_line, int index) { return percent_line.index < index; });
+    for (; it != percent_lines.end() && it->index <= to; ++it) {
+      if (keep(*it)) return it->index;
+    }
+    return -1;
+  }
+  std::vector<int> text_lines;      // ascending
+  std::vector<int> text_end_lines;  // ascending
   std::unique_ptr<AI_PROLOG> prolog;
   std::unique_ptr<AI_SCRIPT> script;
 };

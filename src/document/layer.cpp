@@ -1,5 +1,6 @@
 #include "document/layer.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "document/ai_document.h"
@@ -11,13 +12,14 @@
 #include "text/ai_text.h"
 #include "text/text_replace.h"
 
-bool holds_word(const char* line, const char* word) {
+bool holds_word(std::string_view line, std::string_view word) {
   // Most lines cannot hold the word at all; only those that do are split into words.
-  if (!std::strstr(line, word)) return false;
+  if (line.find(word) == std::string_view::npos) return false;
   TOKEN token;
   token.init(line, " ");
-  while (const char* w = token.get()) {
-    if (std::strcmp(w, word) == 0) return true;
+  std::string_view w;
+  while (token.next(&w)) {
+    if (w == word) return true;
   }
   return false;
 }
@@ -36,12 +38,7 @@ void AI_LAYER::setup(const AI_DOCUMENT& doc, int start, int script_last, int* ne
 
 // A text object starts at a line whose third and fourth characters are "To" ("0 To").
 void AI_LAYER::setup_text(const AI_DOCUMENT& doc) {
-  for (int i = first_line; i < last_line;) {
-    const char* text = doc.line(i);
-    if (!(text[0] && text[1] && text[2] == 'T' && text[3] == 'o')) {
-      ++i;
-      continue;
-    }
+  for (int i = first_line; (i = doc.find_text_line(i, last_line - 1)) >= 0;) {
     if (texts.size() == kMaxTexts) fail("overflow text\n");
     auto object = std::make_unique<AI_TEXT>();
     object->setup(doc, i, last_line, &i);
@@ -50,9 +47,10 @@ void AI_LAYER::setup_text(const AI_DOCUMENT& doc) {
 }
 
 void AI_LAYER::setup_placed_art(const AI_DOCUMENT& doc) {
-  auto begins_placed_art = [](const char* text) { return holds_word(text, "%AI5_BeginPlace"); };
-  for (int i = first_line;
-       (i = doc.find_percent_line(i, last_line - 1, "", begins_placed_art)) >= 0; ++i) {
+  auto begins_placed_art = [](std::string_view text) {
+    return holds_word(text, "%AI5_BeginPlace");
+  };
+  for (int i = first_line; (i = doc.find_ai5_line(i, last_line - 1, begins_placed_art)) >= 0; ++i) {
     if (placed_arts.size() == kMaxPlacedArts) fail("overflow placed art\n");
     auto object = std::make_unique<AI_PLACED_ART>();
     object->setup(doc, i, last_line, &i);
@@ -61,7 +59,8 @@ void AI_LAYER::setup_placed_art(const AI_DOCUMENT& doc) {
 }
 
 // Each object prints itself at its own first line; an object that begins inside another
-// one (a malformed template) is passed over, so printing never runs past either table.
+// one (a malformed template) is passed over, so printing never runs past either table. The
+// lines between objects are written as one range.
 void AI_LAYER::print_new(const AI_DOCUMENT& doc, Output& out) const {
   size_t next_text = 0;
   size_t next_placed = 0;
@@ -70,13 +69,17 @@ void AI_LAYER::print_new(const AI_DOCUMENT& doc, Output& out) const {
     while (next_placed < placed_arts.size() && placed_arts[next_placed]->first_line < i) {
       ++next_placed;
     }
-    int last = i;
-    if (next_text < texts.size() && texts[next_text]->first_line == i) {
+    const int text_at = next_text < texts.size() ? texts[next_text]->first_line : last_line + 1;
+    const int placed_at =
+        next_placed < placed_arts.size() ? placed_arts[next_placed]->first_line : last_line + 1;
+    const int object_at = std::min(text_at, placed_at);
+    int last = object_at - 1;
+    if (object_at > i) {
+      doc.print_lines(i, last, out);
+    } else if (text_at == i) {
       texts[next_text++]->print_new(doc, out, &last);
-    } else if (next_placed < placed_arts.size() && placed_arts[next_placed]->first_line == i) {
-      placed_arts[next_placed++]->print_new(doc, out, &last);
     } else {
-      out.line(doc.line_view(i));
+      placed_arts[next_placed++]->print_new(doc, out, &last);
     }
     i = last + 1;
   }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include "document/sections.h"
@@ -44,4 +45,4 @@ class AI_LAYER : public LINE_RANGE {
 };
 
 // Whether word is one of the line's words (as TOKEN splits them at " ").
-bool holds_word(const char* line, const char* word);
+bool holds_word(std::string_view line, std::string_view word);

@@ -12,10 +12,10 @@
 
 int find_comment(const AI_DOCUMENT& doc, int from, int to, const char* comment, bool whole_line) {
   const size_t length = std::strlen(comment);
-  return doc.find_percent_line(
-      from, to, std::string_view(comment, std::min<size_t>(length, 2)), [&](const char* text) {
-        return std::strncmp(text, comment, length) == 0 && (!whole_line || text[length] == '\0');
-      });
+  const std::string_view wanted(comment, length);
+  return doc.find_percent_line(from, to, wanted.substr(0, 2), [&](std::string_view text) {
+    return text.substr(0, length) == wanted && (!whole_line || text.size() == length);
+  });
 }
 
 // A comment that printing depends on: its absence ends the run.
@@ -27,7 +27,7 @@ static int require_comment(const AI_DOCUMENT& doc, int from, int to, const char*
 }
 
 void LINE_RANGE::print_lines(const AI_DOCUMENT& doc, Output& out) const {
-  for (int i = first_line; i <= last_line; ++i) out.line(doc.line_view(i));
+  doc.print_lines(first_line, last_line, out);
 }
 
 void AI_HEADER::setup(const AI_DOCUMENT& doc) {
@@ -73,13 +73,12 @@ void AI_DOC_TRAILER::print_new(const AI_DOCUMENT& doc, Output& out) const {
     print_lines(doc, out);
     return;
   }
-  for (int i = first_line; i < last_line; ++i) out.line(doc.line_view(i));
+  doc.print_lines(first_line, last_line - 1, out);
   // The driver's "%%EOF" and carriage return complete the line.
-  const char* text = doc.line(last_line);
-  const long long length = static_cast<long long>(std::strlen(text));
-  const char* eof = strpos(text, length, "%%EOF", 1);
+  const std::string_view text = doc.line(last_line);
+  const char* eof = strpos(text.data(), static_cast<long long>(text.size()), "%%EOF", 1);
   if (eof) {
-    out.write(std::string_view(text, static_cast<size_t>(eof - text)));
+    out.write(text.substr(0, static_cast<size_t>(eof - text.data())));
   } else {
     out.line(text);
   }
@@ -100,9 +99,7 @@ void AI_SCRIPT::setup(const AI_DOCUMENT& doc) {
 }
 
 void AI_SCRIPT::setup_layer(const AI_DOCUMENT& doc) {
-  auto begins_layer = [](const char* text) {
-    return std::strncmp(text, "%AI5_BeginLayer", 15) == 0;
-  };
+  auto begins_layer = [](std::string_view text) { return text.substr(0, 15) == "%AI5_BeginLayer"; };
   for (int i = first_line; (i = doc.find_percent_line(i, last_line, "%A", begins_layer)) >= 0;) {
     if (layers.size() == kMaxLayers) fail("overflow layer\n");
     auto layer = std::make_unique<AI_LAYER>();

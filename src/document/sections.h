@@ -4,6 +4,7 @@
 #pragma once
 
 #include <memory>
+#include <string_view>
 #include <vector>
 
 class AI_DOCUMENT;
@@ -22,7 +23,7 @@ struct LINE_RANGE {
 class AI_HEADER : public LINE_RANGE {
  public:
   void setup(const AI_DOCUMENT& doc);
-  const char* first_line_text = nullptr;
+  std::string_view first_line_text;
 };
 
 class AI_PROCSET : public LINE_RANGE {

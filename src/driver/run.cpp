@@ -85,8 +85,8 @@ int run(const std::vector<std::string>& args, Output& out, std::string& diagnost
   if (args.size() <= 2 || next == args.size()) return usage(diagnostics);
   run_report().start(option_report == 1);
 
-  std::string bytes = AI_DOCUMENT::read_file(args[next].c_str());
-  reset_expansion_pool(bytes.size());
+  FileBytes bytes = AI_DOCUMENT::read_file(args[next].c_str());
+  reset_expansion_pool(bytes.view().size());
   AI_DOCUMENT doc(std::move(bytes));
   doc.analyze_doc();
   if (++next == args.size()) return usage(diagnostics);
@@ -103,6 +103,8 @@ int run(const std::vector<std::string>& args, Output& out, std::string& diagnost
   }
   doc.print_new(out);
   out.printf("%s%s", "%%EOF", "\r");
+  // The output refers to the template's bytes until it is flushed.
+  out.flush();
   if (run_report().enabled()) {
     doc.report_unreplaced();
     diagnostics += run_report().text();

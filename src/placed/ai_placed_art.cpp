@@ -10,8 +10,8 @@ AI_PLACED_ART::~AI_PLACED_ART() = default;
 
 void AI_PLACED_ART::setup(const AI_DOCUMENT& doc, int start, int end, int* next) {
   first_line = start;
-  int i = doc.find_percent_line(start, end - 1, "",
-                                [](const char* text) { return holds_word(text, "%AI5_EndPlace"); });
+  int i = doc.find_ai5_line(
+      start, end - 1, [](std::string_view text) { return holds_word(text, "%AI5_EndPlace"); });
   if (i < 0) fail("cannot find end of placed art\n");
   last_line = i;
   *next = i;

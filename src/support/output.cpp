@@ -1,8 +1,11 @@
 #include "support/output.h"
 
+#include <sys/uio.h>
 #include <unistd.h>
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
+#include <climits>
 #include <cmath>
 #include <cstdarg>
 #include <cstdio>
@@ -13,6 +16,23 @@
 void Output::write(std::string_view bytes) {
   buffer.append(bytes);
   flush_if_full();
+}
+
+void Output::write_kept(std::string_view bytes) {
+  if (fd < 0) {
+    write(bytes);
+    return;
+  }
+  close_buffered_piece();
+  pieces.push_back({bytes.data(), 0, bytes.size()});
+  flush_if_full();
+}
+
+void Output::close_buffered_piece() {
+  if (buffer.size() > buffered_from) {
+    pieces.push_back({nullptr, buffered_from, buffer.size() - buffered_from});
+  }
+  buffered_from = buffer.size();
 }
 
 void Output::line(std::string_view text) {
@@ -123,19 +143,36 @@ void Output::vprintf_fallback(const char* format, va_list args) {
 }
 
 void Output::flush_if_full() {
-  if (fd >= 0 && buffer.size() >= kFlushSize) flush();
+  if (fd >= 0 && (buffer.size() >= kFlushSize || pieces.size() >= kMaxPieces)) flush();
 }
 
+// One writev for all pieces, as many times as the descriptor takes part of them.
 void Output::flush() {
   if (fd < 0) return;
-  const char* p = buffer.data();
-  size_t left = buffer.size();
-  while (left > 0) {
-    ssize_t written = ::write(fd, p, left);
+  close_buffered_piece();
+  std::vector<iovec> chunks;
+  chunks.reserve(pieces.size());
+  for (const Piece& piece : pieces) {
+    const char* base = piece.kept ? piece.kept : buffer.data() + piece.from;
+    chunks.push_back({const_cast<char*>(base), piece.length});
+  }
+  size_t next = 0;
+  while (next < chunks.size()) {
+    const int count = static_cast<int>(std::min<size_t>(chunks.size() - next, IOV_MAX));
+    ssize_t written = ::writev(fd, &chunks[next], count);
     if (written < 0 && errno == EINTR) continue;
     if (written <= 0) fail("output write error\n");
-    p += written;
-    left -= static_cast<size_t>(written);
+    for (size_t left = static_cast<size_t>(written); left > 0;) {
+      iovec& chunk = chunks[next];
+      const size_t taken = std::min(left, chunk.iov_len);
+      chunk.iov_base = static_cast<char*>(chunk.iov_base) + taken;
+      chunk.iov_len -= taken;
+      left -= taken;
+      if (chunk.iov_len == 0) ++next;
+    }
+    while (next < chunks.size() && chunks[next].iov_len == 0) ++next;
   }
+  pieces.clear();
   buffer.clear();
+  buffered_from = 0;
 }

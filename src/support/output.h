@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 class Output {
  public:
@@ -18,19 +19,33 @@ class Output {
   Output& operator=(const Output&) = delete;
 
   void write(std::string_view bytes);
+  // Bytes that stay valid and unchanged until the next flush, such as the template's own
+  // lines: they are queued by reference rather than copied.
+  void write_kept(std::string_view bytes);
   // The text and a carriage return: how every line of the document ends.
   void line(std::string_view text);
   void printf(const char* format, ...) __attribute__((format(printf, 2, 3)));
-  // Writes what is buffered; throws Error("output write error\n") when it cannot.
+  // Writes what is buffered and queued; throws Error("output write error\n") when it cannot.
   void flush();
 
   const std::string& text() const { return buffer; }
 
  private:
   static constexpr size_t kFlushSize = 1 << 16;
+  static constexpr size_t kMaxPieces = 512;
   void flush_if_full();
+  void close_buffered_piece();
   void vprintf_fallback(const char* format, va_list args);
 
   int fd = -1;
   std::string buffer;
+  // What the next flush writes, in order: queued bytes, and runs of the buffer (where kept is
+  // nullptr and from is an offset into the buffer, which may move as it grows).
+  struct Piece {
+    const char* kept;
+    size_t from;
+    size_t length;
+  };
+  std::vector<Piece> pieces;
+  size_t buffered_from = 0;  // where the buffer's bytes not yet in a piece begin
 };

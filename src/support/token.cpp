@@ -2,58 +2,63 @@
 
 #include <cstring>
 
-void TOKEN::init(const char* line, const char* delimiter) {
-  str = line;
+void TOKEN::init(std::string_view line, const char* delimiter) {
+  end = line.data() + line.size();
   delim = delimiter;
   delim_len = std::strlen(delimiter);
-  cursor = line;
+  cursor = line.data();
 }
 
 // The ")" that closes the string opened at `open`, or nullptr when the line ends first.
 // A backslash makes the next character ordinary; before digits it passes the whole run.
 const char* TOKEN::string_end(const char* open) const {
+  auto digit = [this](const char* p) { return p < end && *p >= '0' && *p <= '9'; };
   const char* p = open + 1;
-  for (;;) {
-    if (*p == '\0') return nullptr;
+  while (p < end) {
     if (*p == ')') return p;
     if (*p == '\\') {
       ++p;
-      if (*p >= '0' && *p <= '9') {
-        while (*p >= '0' && *p <= '9') ++p;
-      } else if (*p != '\0') {
+      if (digit(p)) {
+        while (digit(p)) ++p;
+      } else if (p < end) {
         ++p;
       }
       continue;
     }
     ++p;
   }
+  return nullptr;
 }
 
 bool TOKEN::next(std::string_view* word) {
   if (!cursor) return false;
-  if (*cursor == '(') {
+  const std::string_view rest(cursor, static_cast<size_t>(end - cursor));
+  if (!rest.empty() && rest[0] == '(') {
     const char* close = string_end(cursor);
     if (!close) {
-      *word = cursor;
+      *word = rest;
       cursor = nullptr;
     } else {
-      *word = std::string_view(cursor, static_cast<size_t>(close - cursor) + 1);
+      *word = rest.substr(0, static_cast<size_t>(close - cursor) + 1);
       cursor = close + 1;
-      if (delim_len > 0 && std::strncmp(cursor, delim, delim_len) == 0) cursor += delim_len;
+      if (delim_len > 0 && starts_with_delim(cursor)) cursor += delim_len;
     }
     return true;
   }
-  const char* found = delim_len == 1  ? std::strchr(cursor, delim[0])
-                      : delim_len > 1 ? std::strstr(cursor, delim)
-                                      : nullptr;
-  if (found) {
-    *word = std::string_view(cursor, static_cast<size_t>(found - cursor));
-    cursor = found + delim_len;
+  const size_t found =
+      delim_len > 0 ? rest.find(std::string_view(delim, delim_len)) : std::string_view::npos;
+  if (found != std::string_view::npos) {
+    *word = rest.substr(0, found);
+    cursor += found + delim_len;
   } else {
-    *word = cursor;
+    *word = rest;
     cursor = nullptr;
   }
   return true;
+}
+
+bool TOKEN::starts_with_delim(const char* p) const {
+  return static_cast<size_t>(end - p) >= delim_len && std::memcmp(p, delim, delim_len) == 0;
 }
 
 const char* TOKEN::get() {

@@ -9,7 +9,7 @@
 class TOKEN {
  public:
   // Starts on a new line; neither text is copied, both must outlive the walk.
-  void init(const char* str, const char* delim);
+  void init(std::string_view line, const char* delim);
   // The next word, valid until the next get or init; nullptr when the line is used up.
   // The first get after init never returns nullptr, even for an empty line.
   const char* get();
@@ -21,8 +21,9 @@ class TOKEN {
 
  private:
   const char* string_end(const char* open) const;
+  bool starts_with_delim(const char* p) const;
 
-  const char* str = nullptr;
+  const char* end = nullptr;
   const char* delim = nullptr;
   size_t delim_len = 0;
   const char* cursor = nullptr;

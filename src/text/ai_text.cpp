@@ -9,20 +9,15 @@ AI_TEXT::AI_TEXT() = default;
 AI_TEXT::~AI_TEXT() = default;
 
 void AI_TEXT::setup(const AI_DOCUMENT& doc, int line, int layer_last, int* next) {
-  const char* opening = doc.line(line);
-  text_type = opening[0] >= '0' && opening[0] <= '9' ? opening[0] - '0' : 0;
+  const std::string_view opening = doc.line(line);
+  text_type = !opening.empty() && opening[0] >= '0' && opening[0] <= '9' ? opening[0] - '0' : 0;
   first_line = line;
-  last_line = -1;
-  for (int i = line; i <= layer_last; ++i) {
-    const char* text = doc.line(i);
-    if (text[0] == 'T' && text[1] == 'O') {
-      last_line = i;
-      break;
-    }
-  }
+  last_line = doc.find_text_end_line(line, layer_last);
   if (last_line < 0) fail("cannot find %s\n", "TO");
   *next = last_line + 1;
-  if (text_type != 0) return;
+  if (text_type != 0 || !AI_TEXT_REPLACE::may_hold_placeholder(doc, first_line, last_line)) {
+    return;
+  }
   replace = std::make_unique<AI_TEXT_REPLACE>();
   if (!replace->setup(doc, first_line, last_line)) replace.reset();
 }
@@ -39,5 +34,5 @@ void AI_TEXT::print_new(const AI_DOCUMENT& doc, Output& out, int* last) const {
 }
 
 void AI_TEXT::print_text(const AI_DOCUMENT& doc, Output& out) const {
-  for (int i = first_line; i <= last_line; ++i) out.line(doc.line_view(i));
+  doc.print_lines(first_line, last_line, out);
 }

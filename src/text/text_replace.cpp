@@ -29,6 +29,23 @@ bool holds_placeholder(const AI_POINT_TEXT& point_text) {
 
 }  // namespace
 
+bool may_end_placeholder(std::string_view bytes) {
+  for (size_t p = bytes.find('-'); p != std::string_view::npos; p = bytes.find('-', p + 1)) {
+    if (p + 2 >= bytes.size()) return true;
+    const char next = bytes[p + 1];
+    const char after = bytes[p + 2];
+    if ((next >= '0' && next <= '9') || next == ')' || after == ' ' || after == '\r' ||
+        after == '\0') {
+      return true;
+    }
+  }
+  return false;
+}
+
+bool AI_TEXT_REPLACE::may_hold_placeholder(const AI_DOCUMENT& doc, int first, int last) {
+  return first < last && may_end_placeholder(doc.bytes_of_lines(first, last - 1));
+}
+
 bool AI_TEXT_REPLACE::setup(const AI_DOCUMENT& doc, int first, int last) {
   // Long words are an error only in a point text that is to be replaced; any other text
   // object is written as read, whatever it holds. One stack serves every object, so that

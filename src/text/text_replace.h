@@ -3,6 +3,8 @@
 // object's lines anew from the model.
 #pragma once
 
+#include <string_view>
+
 #include "text/point_text.h"
 
 class AI_DOCUMENT;
@@ -11,6 +13,9 @@ class TAB_TEXT;
 
 class AI_TEXT_REPLACE {
  public:
+  // False only when the lines first..last-1 cannot hold a placeholder in their strings, which
+  // spares most text objects of a large document the full parse.
+  static bool may_hold_placeholder(const AI_DOCUMENT& doc, int first, int last);
   // Parses the lines first..last-1 (the "TO" line is not read). Returns whether the point
   // text holds a placeholder and so is to be replaced.
   bool setup(const AI_DOCUMENT& doc, int first, int last);
@@ -22,3 +27,9 @@ class AI_TEXT_REPLACE {
  private:
   AI_POINT_TEXT point_text;
 };
+
+// Whether the template's bytes of some lines may hold the second '-' of a placeholder
+// "LETTERS-DIGITS-DIGITS" as part of a run's string: in the string a digit follows it, or
+// the string ends right after it, one character (a ")" or the word's last) before a space or
+// the line's end (a CR, or a NUL, where a line's text ends).
+bool may_end_placeholder(std::string_view bytes);
