@@ -59,6 +59,29 @@ bool holds_begin_document(const char* from, const char* to) {
 
 }  // namespace
 
+void LineStarts::reset(const char* text_base, size_t expected_lines) {
+  base = text_base;
+  low.clear();
+  low.reserve(expected_lines);
+  steps.clear();
+}
+
+void LineStarts::push(const char* const* first, size_t count) {
+  if (count == 0) return;
+  const size_t at = low.size();
+  // Below 4 GiB from the base, as nearly always, the offsets go in without a step.
+  if (static_cast<size_t>(first[count - 1] - base) >> 32 == steps.size()) {
+    low.resize(at + count);
+    for (size_t i = 0; i < count; ++i) low[at + i] = static_cast<uint32_t>(first[i] - base);
+    return;
+  }
+  for (size_t i = 0; i < count; ++i) {
+    const size_t offset = static_cast<size_t>(first[i] - base);
+    while (offset >> 32 > steps.size()) steps.push_back(low.size());
+    low.push_back(static_cast<uint32_t>(offset));
+  }
+}
+
 // Embedded documents, from "%%BeginDocument" through "%%EndDocument" and the CR or CR LF
 // after it, never reach the line table. They do not nest: the first end closes the cut.
 // Only a template that holds one is copied.
@@ -87,7 +110,6 @@ void AI_DOCUMENT::eliminate_BeginEndDocument() {
 }
 
 void AI_DOCUMENT::clear_lines() {
-  starts.clear();
   no_line_end = false;
   crlf_seen = false;
   nul_lines.clear();
@@ -114,20 +136,22 @@ bool AI_DOCUMENT::cut_text(bool quick) {
                 holds_begin_document(limit, text_end))) {
     return false;
   }
-  starts.reserve(std::min<size_t>(kMaxLines, static_cast<size_t>(limit - start)) + 1);
+  starts.reset(text.data(), std::min<size_t>(kMaxLines, static_cast<size_t>(limit - start)) + 1);
   const char* line_start = cut_lines(start, limit, quick);
   if (!line_start) return false;
   if (starts.empty()) {
     // No line end at all: the one line runs to the end of the text.
     no_line_end = true;
-    add_line(start, text_end, {true, true, false});
+    note_line(0, start, text_end, {true, true, true});
+    starts.push(start);
     line_start = text_end;
   }
-  starts.push_back(line_start);
+  starts.push(line_start);
   return true;
 }
 
-// The state of the line being cut: where it starts and what it holds so far.
+// The state of the cut: the line being cut and what it holds so far, and the line starts
+// found since they were last handed to the document.
 struct AI_DOCUMENT::LineCutter {
   LineCutter(AI_DOCUMENT& document, const char* start, bool quick_cut)
       : doc(document),
@@ -141,6 +165,10 @@ struct AI_DOCUMENT::LineCutter {
   bool quick;
   bool stopped = false;
   LineMarks marks;
+  int handed_over = 0;
+  static constexpr int kPending = 1024;
+  const char* pending[kPending];
+  int pending_count = 0;
 
   void mark(const char* p) {
     switch (*p) {
@@ -158,34 +186,38 @@ struct AI_DOCUMENT::LineCutter {
   void percent_mark(const char* p) {
     marks.percent = true;
     const long left = text_end - p;
-    if (left >= 5 && std::memcmp(p, "%AI5_", 5) == 0) marks.ai5 = true;
+    if (left >= 5 && p[1] == 'A' && p[2] == 'I' && p[3] == '5' && p[4] == '_') marks.ai5 = true;
     if (quick && left >= 15 && p[1] == '%' && std::memcmp(p, kBeginDocument, 15) == 0) {
       stopped = true;
     }
   }
   void end_line(const char* cr) {
-    if (doc.starts.size() == kMaxLines) {
-      if (quick) {
-        stopped = true;
-        return;
-      }
-      fail("overflow doc\n");
-    }
     // Most lines hold no '%' or NUL and cannot begin or end a text object ("0 To", "TO"):
     // of those only the start is kept.
     const long length = cr - line_start;
     if (marks.percent || marks.nul ||
         (length >= 2 && (line_start[0] == 'T' || (length >= 4 && line_start[2] == 'T')))) {
-      doc.add_line(line_start, cr, marks);
+      doc.note_line(handed_over + pending_count, line_start, cr, marks);
       marks = LineMarks();
-    } else {
-      doc.starts.push_back(line_start);
     }
+    pending[pending_count++] = line_start;
     line_start = cr + 1;
     if (line_start < text_end && *line_start == '\n') {
       ++line_start;
       doc.crlf_seen = true;
     }
+    if (pending_count == kPending) hand_over();
+  }
+  // Past the most lines a document may have, a quick cut stops and a careful one fails.
+  void hand_over() {
+    handed_over += pending_count;
+    if (handed_over > kMaxLines) {
+      if (!quick) fail("overflow doc\n");
+      stopped = true;
+      return;
+    }
+    doc.starts.push(pending, static_cast<size_t>(pending_count));
+    pending_count = 0;
   }
 };
 
@@ -203,15 +235,25 @@ Marks64 marks64(const char* block) {
   const __m128i cr = _mm_set1_epi8('\r');
   const __m128i percent = _mm_set1_epi8('%');
   const __m128i nul = _mm_setzero_si128();
-  Marks64 marks{0, 0};
+  __m128i bytes[4];
   for (int i = 0; i < 4; ++i) {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block + 16 * i));
-    const auto crs = static_cast<uint16_t>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, cr)));
-    const auto others = static_cast<uint16_t>(_mm_movemask_epi8(
-        _mm_or_si128(_mm_cmpeq_epi8(bytes, percent), _mm_cmpeq_epi8(bytes, nul))));
-    marks.crs |= static_cast<uint64_t>(crs) << (16 * i);
-    marks.others |= static_cast<uint64_t>(others) << (16 * i);
+    bytes[i] = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block + 16 * i));
   }
+  auto mask = [&bytes](auto match, int i) {
+    return static_cast<uint64_t>(static_cast<uint16_t>(_mm_movemask_epi8(match(bytes[i]))))
+           << (16 * i);
+  };
+  auto crs = [cr](__m128i b) { return _mm_cmpeq_epi8(b, cr); };
+  auto others = [percent, nul](__m128i b) {
+    return _mm_or_si128(_mm_cmpeq_epi8(b, percent), _mm_cmpeq_epi8(b, nul));
+  };
+  Marks64 marks{0, 0};
+  for (int i = 0; i < 4; ++i) marks.crs |= mask(crs, i);
+  // '%' and NUL are rare: one test tells whether the block holds any.
+  const __m128i any = _mm_or_si128(_mm_or_si128(others(bytes[0]), others(bytes[1])),
+                                   _mm_or_si128(others(bytes[2]), others(bytes[3])));
+  if (_mm_movemask_epi8(any) == 0) return marks;
+  for (int i = 0; i < 4; ++i) marks.others |= mask(others, i);
   return marks;
 }
 
@@ -238,21 +280,21 @@ const char* AI_DOCUMENT::cut_lines(const char* p, const char* end, bool quick) {
   }
 #endif
   for (; p < end && !cutter.stopped; ++p) cutter.mark(p);
+  if (!cutter.stopped) cutter.hand_over();
   return cutter.stopped ? nullptr : cutter.line_start;
 }
 
-// end is where the line's CR stands, or the end of the text.
-void AI_DOCUMENT::add_line(const char* start, const char* end, LineMarks marks) {
-  const int index = static_cast<int>(starts.size());
+// A line that holds a '%' or a NUL, or may begin or end a text object; end is where its CR
+// stands, or the end of the text.
+void AI_DOCUMENT::note_line(int index, const char* start, const char* end, LineMarks marks) {
   const std::string_view bytes_read(start, static_cast<size_t>(end - start));
   const std::string_view line_text =
       marks.nul ? bytes_read.substr(0, bytes_read.find('\0')) : bytes_read;
   auto at = [&line_text](size_t i) { return i < line_text.size() ? line_text[i] : '\0'; };
   if (marks.nul) nul_lines.push_back(index);
-  if (marks.percent) percent_lines.push_back({index, {at(0), at(1)}, marks.ai5});
+  if (marks.percent) percent_lines.push_back({index, {at(0), at(1), at(2), at(3)}, marks.ai5});
   if (at(0) && at(1) && at(2) == 'T' && at(3) == 'o') text_lines.push_back(index);
   if (at(0) == 'T' && at(1) == 'O') text_end_lines.push_back(index);
-  starts.push_back(start);
 }
 
 namespace {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -19,6 +20,31 @@ class TAB_TEXT;
 // A pointer to the first place in text[0, length) where pattern stands, searching forward
 // (direction 0) or backward (1); nullptr when there is none or the direction is neither.
 const char* strpos(const char* text, long long length, const char* pattern, int direction);
+
+// Where each line of a text starts, 4 bytes a line: offsets from the text's beginning, with
+// the lines from which on another 4 GiB is to be added kept aside (none below 4 GiB).
+class LineStarts {
+ public:
+  void reset(const char* text_base, size_t expected_lines);
+  void push(const char* start) { push(&start, 1); }
+  // count starts in ascending order.
+  void push(const char* const* first, size_t count);
+  const char* operator[](size_t index) const {
+    size_t high = 0;
+    if (!steps.empty()) {
+      high =
+          static_cast<size_t>(std::upper_bound(steps.begin(), steps.end(), index) - steps.begin());
+    }
+    return base + (high << 32) + low[index];
+  }
+  size_t size() const { return low.size(); }
+  bool empty() const { return low.empty(); }
+
+ private:
+  const char* base = nullptr;
+  std::vector<uint32_t> low;
+  std::vector<size_t> steps;  // ascending line indexes, one for each 4 GiB
+};
 
 class AI_DOCUMENT {
  public:
@@ -56,7 +82,7 @@ class AI_DOCUMENT {
   }
   // Writes lines first to last, each followed by a carriage return.
   void print_lines(int first, int last, Output& out) const;
-  // The first line in [from, to] whose bytes hold a '%', that begins with head (at most two
+  // The first line in [from, to] whose bytes hold a '%', that begins with head (at most four
   // characters; empty for any line) and whose text passes test; -1 when there is none.
   // Comments and placed-art markers hold a '%' and most lines of a large document do not,
   // so searches for them look at these lines only, and at their text only when it can match.
@@ -94,27 +120,29 @@ class AI_DOCUMENT {
     bool ai5 = false;  // "%AI5_"
     bool nul = false;
   };
-  void add_line(const char* start, const char* end, LineMarks marks);
+  void note_line(int index, const char* start, const char* end, LineMarks marks);
   int printed_as_read_until(int first, int last_end,
                             std::vector<int>::const_iterator next_nul_line) const;
 
   FileBytes bytes;
   std::string_view text;  // the bytes, with any embedded documents cut out
   // Where each line starts, then where the line after the last would start: a line's length
-  // follows from the next start (after the CR or CR LF), so 1,048,576 lines cost 8 MB.
-  std::vector<const char*> starts;
+  // follows from the next start (after the CR or CR LF), so 1,048,576 lines cost 4 MB.
+  LineStarts starts;
   // Set when the text holds no CR: its one line then runs to the end of the text.
   bool no_line_end = false;
   bool crlf_seen = false;      // some line ends in CR LF
   std::vector<int> nul_lines;  // ascending; rare
-  // A line that holds a '%', with its first two characters ('\0' past its end).
+  // A line that holds a '%', with its first four characters ('\0' past its end).
   struct PercentLine {
     int index;
-    char head[2];
+    char head[4];
     bool holds_ai5;
-    bool begins_with(std::string_view line_text) const {
-      return line_text.empty() ||
-             (line_text[0] == head[0] && (line_text.size() == 1 || line_text[1] == head[1]));
+    bool begins_with(std::string_view text_head) const {
+      for (size_t i = 0; i < text_head.size(); ++i) {
+        if (text_head[i] != head[i]) return false;
+      }
+      return true;
     }
   };
   std::vector<PercentLine> percent_lines;  // ascending

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdarg>
 #include <cstdio>
+#include <cstring>
 #include <vector>
 
 #include "driver/diagnostics.h"
@@ -96,7 +97,10 @@ void Output::printf(const char* format, ...) {
   if (simple_format(format)) {
     for (const char* p = format; *p; ++p) {
       if (*p != '%') {
-        buffer += *p;
+        const char* literal_end = std::strchr(p, '%');
+        if (!literal_end) literal_end = p + std::strlen(p);
+        buffer.append(p, static_cast<size_t>(literal_end - p));
+        p = literal_end - 1;
         continue;
       }
       switch (*++p) {
@@ -107,7 +111,7 @@ void Output::printf(const char* format, ...) {
           append_integer(buffer, va_arg(args, int));
           break;
         case 's':
-          buffer += va_arg(args, const char*);
+          buffer.append(va_arg(args, const char*));
           break;
         default:
           buffer += '%';
