@@ -1,11 +1,14 @@
 #include "document/ai_document.h"
 
 #include <gtest/gtest.h>
+#include <random>
 #include <string>
+#include <vector>
 
 #include "document/layer.h"
 #include "driver/diagnostics.h"
 #include "support/output.h"
+#include "support/test_temp_dir.h"
 
 namespace {
 
@@ -129,4 +132,130 @@ TEST(DocumentTest, EofInsideTheLastLine) {
   doc.print_new(out);
   EXPECT_EQ("%!PS-Adobe\r%%EndProlog\r%%BeginSetup\r%%EndSetup\r%%PageTrailer\r%%Trailer\nexec\n",
             out.text());
+}
+
+namespace {
+
+// Lines as the byte-by-byte definition gives them: from "%!PS-Adobe" through the CR after
+// the last "%%EOF", cut at CRs (a LF right after a CR belongs to the line end).
+struct ReferenceLine {
+  std::string bytes;  // up to the CR
+  std::string text() const { return bytes.substr(0, bytes.find('\0')); }
+};
+
+std::vector<ReferenceLine> reference_lines(const std::string& bytes) {
+  const size_t start = bytes.find("%!PS-Adobe");
+  const size_t limit = std::min(bytes.rfind("%%EOF") + 6, bytes.size());
+  std::vector<ReferenceLine> lines;
+  size_t line_start = start;
+  for (size_t i = start; i < limit; ++i) {
+    if (bytes[i] != '\r') continue;
+    lines.push_back({bytes.substr(line_start, i - line_start)});
+    line_start = i + 1 < bytes.size() && bytes[i + 1] == '\n' ? i + 2 : i + 1;
+  }
+  if (lines.empty()) lines.push_back({bytes.substr(start)});
+  return lines;
+}
+
+// Random documents from pieces that matter to the cut: line ends, '%', NUL, the starts of
+// text objects and placed-art markers, and long runs that cross 64-byte blocks.
+std::string random_document(std::mt19937& random) {
+  static const std::vector<std::string> pieces = {"a",
+                                                  " ",
+                                                  "%",
+                                                  "\r",
+                                                  "\r\n",
+                                                  "\n",
+                                                  std::string(1, '\0'),
+                                                  "0 To",
+                                                  "TO",
+                                                  "T",
+                                                  "%%EOF",
+                                                  "%AI5_BeginPlace",
+                                                  "%AI5_",
+                                                  "%%End",
+                                                  std::string(70, 'x'),
+                                                  std::string(130, '%')};
+  std::string body = "%!PS-Adobe";
+  const int count = static_cast<int>(random() % 300);
+  for (int i = 0; i < count; ++i) body += pieces[random() % pieces.size()];
+  return body + "%%EOF\r" + (random() % 2 ? "tail\r" : "");
+}
+
+std::string printed(const AI_DOCUMENT& doc) {
+  Output out;
+  doc.print_lines(0, doc.line_count() - 1, out);
+  return out.text();
+}
+
+}  // namespace
+
+TEST(DocumentTest, CutMatchesTheByteByByteDefinition) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 2000; ++round) {
+    const std::string bytes = random_document(random);
+    const std::vector<ReferenceLine> expected = reference_lines(bytes);
+    AI_DOCUMENT doc(bytes);
+    ASSERT_EQ(static_cast<int>(expected.size()), doc.line_count()) << round;
+    std::string expected_print;
+    for (int i = 0; i < doc.line_count(); ++i) {
+      const ReferenceLine& line = expected[static_cast<size_t>(i)];
+      const std::string text = line.text();
+      ASSERT_EQ(text, doc.line(i)) << round << " line " << i;
+      expected_print += text + "\r";
+      const bool holds_percent = line.bytes.find('%') != std::string::npos;
+      const bool holds_ai5 = line.bytes.find("%AI5_") != std::string::npos;
+      const bool begins_text =
+          text.size() >= 4 && text[0] && text[1] && text.compare(2, 2, "To") == 0;
+      const bool ends_text = text.compare(0, 2, "TO") == 0;
+      auto any = [](std::string_view) { return true; };
+      EXPECT_EQ(holds_percent ? i : -1, doc.find_percent_line(i, i, "", any)) << round;
+      EXPECT_EQ(holds_ai5 ? i : -1, doc.find_ai5_line(i, i, any)) << round;
+      EXPECT_EQ(begins_text ? i : -1, doc.find_text_line(i, i)) << round;
+      EXPECT_EQ(ends_text ? i : -1, doc.find_text_end_line(i, i)) << round;
+      if (holds_percent) {
+        EXPECT_EQ(i, doc.find_percent_line(i, i, text.substr(0, 4), any)) << round;
+      }
+    }
+    ASSERT_EQ(expected_print, printed(doc)) << round;
+  }
+}
+
+// A template's own lines go out by reference through a descriptor: the same bytes as in memory.
+TEST(DocumentTest, PrintingThroughADescriptorWritesTheSameBytes) {
+  TEST_TEMP_DIR dir;
+  std::string bytes = "%!PS-Adobe\r";
+  for (int i = 0; i < 3000; ++i) {
+    bytes += std::string(static_cast<size_t>(i % 97), 'a') + (i % 7 == 0 ? "\r\n" : "\r");
+    if (i % 500 == 0) bytes += std::string("nul\0after\r", 10);
+  }
+  bytes += "%%EOF\r";
+  AI_DOCUMENT doc(bytes);
+  const std::string path = dir.path() + "/out";
+  FILE* file = std::fopen(path.c_str(), "wb");
+  ASSERT_NE(nullptr, file);
+  Output out(fileno(file));
+  doc.print_lines(0, doc.line_count() - 1, out);
+  out.flush();
+  std::fclose(file);
+  FILE* in = std::fopen(path.c_str(), "rb");
+  ASSERT_NE(nullptr, in);
+  std::string written;
+  char chunk[4096];
+  while (size_t got = std::fread(chunk, 1, sizeof chunk, in)) written.append(chunk, got);
+  std::fclose(in);
+  EXPECT_EQ(printed(doc), written);
+}
+
+// Embedded documents are found by the quick cut, which then leaves the work to the careful
+// one; the careful one decides every failure, in the order the cut-out goes first.
+TEST(DocumentTest, EmbeddedDocumentsAnywhereAreCutOutFirst) {
+  AI_DOCUMENT before("%%BeginDocument%!PS-Adobe\r%%EndDocument\r%!PS-Adobe b\r%%EOF\r");
+  EXPECT_EQ("%!PS-Adobe b|%%EOF|", lines_of(before));
+  EXPECT_EQ("cannot find %%EndDocument\n", error_of("%!PS-Adobe\r%%EOF\r%%BeginDocument\r"));
+  EXPECT_EQ("cannot find %%EndDocument\n", error_of("%%BeginDocument\r"));
+  // More lines than a document may have, until the embedded document is cut out.
+  std::string bytes = "%!PS-Adobe\r" + std::string(AI_DOCUMENT::kMaxLines - 2, '\r') +
+                      "%%BeginDocument\r" + std::string(3000, '\r') + "%%EndDocument\r%%EOF\r";
+  EXPECT_EQ(AI_DOCUMENT::kMaxLines, AI_DOCUMENT(bytes).line_count());
 }

@@ -4,7 +4,7 @@
 #include <sys/stat.h>
 #include <string>
 
-#include "placed/test_temp_dir.h"
+#include "support/test_temp_dir.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 
 #include "driver/diagnostics.h"
 #include "driver/options.h"
-#include "placed/test_temp_dir.h"
 #include "support/printed.h"
+#include "support/test_temp_dir.h"
 #include "table/tab_text.h"
 
 namespace {

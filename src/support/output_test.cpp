@@ -6,6 +6,9 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <vector>
+
+#include "support/test_temp_dir.h"
 
 namespace {
 
@@ -77,4 +80,37 @@ TEST(OutputTest, WriteFailureIsAnError) {
   out.write("x");
   EXPECT_THROW(out.flush(), std::exception);
   std::fclose(full);
+}
+
+// Kept bytes go out by reference, copied ones from the buffer: in the order they were given,
+// also past the most pieces one flush takes and past the buffer's size.
+TEST(OutputTest, KeptAndCopiedBytesKeepTheirOrder) {
+  TEST_TEMP_DIR dir;
+  const std::string path = dir.path() + "/out";
+  FILE* file = std::fopen(path.c_str(), "wb");
+  ASSERT_NE(nullptr, file);
+  const std::string big(200000, 'k');
+  std::vector<std::string> kept;
+  for (int i = 0; i < 2000; ++i) kept.push_back("kept" + std::to_string(i));
+  Output out(fileno(file));
+  Output memory;
+  for (Output* o : {&out, &memory}) {
+    for (int i = 0; i < 2000; ++i) {
+      o->write_kept(kept[static_cast<size_t>(i)]);
+      if (i % 3 == 0) o->line("copied");
+      if (i % 10 == 0) o->printf("%d", i);
+      if (i == 1000) o->write_kept(big);
+      if (i == 1500) o->write(big);
+    }
+    o->write_kept("");
+    o->flush();
+  }
+  std::fclose(file);
+  FILE* in = std::fopen(path.c_str(), "rb");
+  ASSERT_NE(nullptr, in);
+  std::string written;
+  char chunk[65536];
+  while (size_t got = std::fread(chunk, 1, sizeof chunk, in)) written.append(chunk, got);
+  std::fclose(in);
+  EXPECT_EQ(memory.text(), written);
 }

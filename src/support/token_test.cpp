@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-static std::string words(const std::string& line, const char* delim = " ") {
+static std::string words(std::string_view line, const char* delim = " ") {
   TOKEN token;
-  token.init(line.c_str(), delim);
+  token.init(line, delim);
   std::string joined;
   int guard = 0;
   while (const char* word = token.get()) {
@@ -58,4 +58,14 @@ TEST(TokenTest, LongWordsComeBackWhole) {
 TEST(TokenTest, MultiCharacterDelimiterSeparatesOnlyWhole) {
   EXPECT_EQ("a b|c", words("a b::c", "::"));
   EXPECT_EQ("a:b", words("a:b", "::"));
+}
+
+// A line is a view into the template: the walk never reads past its end.
+TEST(TokenTest, StopsAtTheEndOfTheView) {
+  const std::string text = "a b) c::d\r(more";
+  EXPECT_EQ("a|b", words(std::string_view(text).substr(0, 3)));
+  EXPECT_EQ("(ab", words(std::string_view("(ab) x").substr(0, 3)));  // unclosed within the view
+  EXPECT_EQ("(a\\", words(std::string_view("(a\\)").substr(0, 3)));  // escape cut by the end
+  EXPECT_EQ("(a)|", words(std::string_view("(a) x").substr(0, 4)));
+  EXPECT_EQ("c:", words(std::string_view(text).substr(5, 2), "::"));
 }

@@ -10,7 +10,7 @@
 class TEST_TEMP_DIR {
  public:
   TEST_TEMP_DIR() {
-    std::string name = (std::filesystem::temp_directory_path() / "ormel-placed-XXXXXX").string();
+    std::string name = (std::filesystem::temp_directory_path() / "ormel-test-XXXXXX").string();
     if (mkdtemp(&name[0])) dir = name;
     EXPECT_FALSE(dir.empty()) << "mkdtemp failed";
   }

@@ -1,0 +1,90 @@
+#include "text/text_replace.h"
+
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "document/ai_document.h"
+
+namespace {
+
+// A template with one point text whose runs are closed by the given operator lines.
+std::string one_text(const std::vector<std::string>& run_lines) {
+  std::string bytes = "%!PS-Adobe\r0 To\r1 0 0 1 0 0 0 Tp\rTP\r/_Helvetica-Bold 6 7.6 0 Tf\r";
+  for (const std::string& line : run_lines) bytes += line + "\r";
+  return bytes + "TO\r%%EOF\r";
+}
+
+struct Verdicts {
+  bool may_hold;
+  bool holds;
+};
+
+Verdicts judge(const std::string& bytes) {
+  AI_DOCUMENT doc(bytes);
+  const int first = doc.find_text_line(0, doc.line_count() - 1);
+  const int last = doc.find_text_end_line(first, doc.line_count() - 1);
+  AI_TEXT_REPLACE replace;
+  return {AI_TEXT_REPLACE::may_hold_placeholder(doc, first, last), replace.setup(doc, first, last)};
+}
+
+}  // namespace
+
+TEST(TextReplaceTest, WhereAPlaceholderMayEnd) {
+  EXPECT_TRUE(may_end_placeholder("(TX-1-2) Tx"));
+  EXPECT_TRUE(may_end_placeholder("(TX-1-) Tx"));    // the next run holds the digits
+  EXPECT_TRUE(may_end_placeholder("xTX-1-y Tx"));    // a word without parentheses
+  EXPECT_TRUE(may_end_placeholder("(TX-1-\\) Tx"));  // a string cut by the line's end
+  EXPECT_TRUE(may_end_placeholder(std::string("(a-b\0", 5)));
+  EXPECT_TRUE(may_end_placeholder("-"));
+  EXPECT_FALSE(may_end_placeholder("/_Helvetica-Bold 12 Tf\r(Price) Tx"));
+  EXPECT_FALSE(may_end_placeholder("(TX-A) Tx\r(a-bc) Tx"));
+  EXPECT_FALSE(may_end_placeholder(""));
+}
+
+// A placeholder split over runs at every place is still found.
+TEST(TextReplaceTest, SplitPlaceholdersAreNeverPassedOver) {
+  const std::string placeholder = "AB-12-34";
+  for (size_t a = 0; a <= placeholder.size(); ++a) {
+    for (size_t b = a; b <= placeholder.size(); ++b) {
+      const std::string runs[3] = {placeholder.substr(0, a), placeholder.substr(a, b - a),
+                                   placeholder.substr(b)};
+      Verdicts in_strings =
+          judge(one_text({"(" + runs[0] + ") Tx", "(" + runs[1] + ")Tx", "(" + runs[2] + ") TX"}));
+      EXPECT_TRUE(in_strings.holds) << a << "," << b;
+      EXPECT_TRUE(in_strings.may_hold) << a << "," << b;
+      Verdicts in_words =
+          judge(one_text({"x" + runs[0] + "y Tx", "x" + runs[1] + "y Tx", "x" + runs[2] + "y Tx"}));
+      EXPECT_TRUE(in_words.holds) << a << "," << b;
+      EXPECT_TRUE(in_words.may_hold) << a << "," << b;
+    }
+  }
+}
+
+// Whatever the runs hold, a text with a placeholder is never judged unable to hold one.
+TEST(TextReplaceTest, ThePreCheckNeverRejectsAReplaceableText) {
+  std::mt19937 random(11);
+  const std::vector<std::string> pieces = {"AB", "AB-1", "-", "12", "-3", "(", ")", "x", " ", "\\"};
+  int replaceable = 0;
+  int spared = 0;
+  for (int round = 0; round < 5000; ++round) {
+    std::vector<std::string> lines;
+    const int runs = 1 + static_cast<int>(random() % 4);
+    for (int r = 0; r < runs; ++r) {
+      std::string word;
+      const int length = static_cast<int>(random() % 6);
+      for (int i = 0; i < length; ++i) word += pieces[random() % pieces.size()];
+      lines.push_back(word + (random() % 2 ? " Tx" : " TX"));
+    }
+    const Verdicts verdicts = judge(one_text(lines));
+    if (verdicts.holds) {
+      ++replaceable;
+      EXPECT_TRUE(verdicts.may_hold) << one_text(lines);
+    }
+    if (!verdicts.may_hold) ++spared;
+  }
+  // Both kinds occur, so the check above is not empty.
+  EXPECT_GT(replaceable, 50);
+  EXPECT_GT(spared, 500);
+}
