@@ -59,26 +59,24 @@ bool holds_begin_document(const char* from, const char* to) {
 
 }  // namespace
 
-void LineStarts::reset(const char* text_base, size_t expected_lines) {
-  base = text_base;
+void LineStarts::reset(size_t expected_lines) {
   low.clear();
   low.reserve(expected_lines);
   steps.clear();
 }
 
-void LineStarts::push(const char* const* first, size_t count) {
+void LineStarts::push(const size_t* offsets, size_t count) {
   if (count == 0) return;
   const size_t at = low.size();
-  // Below 4 GiB from the base, as nearly always, the offsets go in without a step.
-  if (static_cast<size_t>(first[count - 1] - base) >> 32 == steps.size()) {
+  // Below the next 4 GiB step, as nearly always, the offsets go in as they are.
+  if (offsets[count - 1] >> 32 == steps.size()) {
     low.resize(at + count);
-    for (size_t i = 0; i < count; ++i) low[at + i] = static_cast<uint32_t>(first[i] - base);
+    for (size_t i = 0; i < count; ++i) low[at + i] = static_cast<uint32_t>(offsets[i]);
     return;
   }
   for (size_t i = 0; i < count; ++i) {
-    const size_t offset = static_cast<size_t>(first[i] - base);
-    while (offset >> 32 > steps.size()) steps.push_back(low.size());
-    low.push_back(static_cast<uint32_t>(offset));
+    while (offsets[i] >> 32 > steps.size()) steps.push_back(low.size());
+    low.push_back(static_cast<uint32_t>(offsets[i]));
   }
 }
 
@@ -113,7 +111,7 @@ void AI_DOCUMENT::clear_lines() {
   no_line_end = false;
   crlf_seen = false;
   nul_lines.clear();
-  percent_lines.clear();
+  comment_lines.clear();
   text_lines.clear();
   text_end_lines.clear();
 }
@@ -136,18 +134,23 @@ bool AI_DOCUMENT::cut_text(bool quick) {
                 holds_begin_document(limit, text_end))) {
     return false;
   }
-  starts.reset(text.data(), std::min<size_t>(kMaxLines, static_cast<size_t>(limit - start)) + 1);
-  const char* line_start = cut_lines(start, limit, quick);
-  if (!line_start) return false;
+  starts.reset(std::min<size_t>(kMaxLines, static_cast<size_t>(limit - start)) + 1);
+  const char* after_last_cr = cut_lines(start, limit, quick);
+  if (!after_last_cr) return false;
   if (starts.empty()) {
     // No line end at all: the one line runs to the end of the text.
     no_line_end = true;
     note_line(0, start, text_end, {true, true, true});
-    starts.push(start);
-    line_start = text_end;
+    push_start(start);
+    after_last_cr = text_end;
   }
-  starts.push(line_start);
+  push_start(after_last_cr);
   return true;
+}
+
+void AI_DOCUMENT::push_start(const char* start) {
+  const size_t offset = static_cast<size_t>(start - text.data());
+  starts.push(&offset, 1);
 }
 
 // The state of the cut: the line being cut and what it holds so far, and the line starts
@@ -167,7 +170,7 @@ struct AI_DOCUMENT::LineCutter {
   LineMarks marks;
   int handed_over = 0;
   static constexpr int kPending = 1024;
-  const char* pending[kPending];
+  size_t pending[kPending];  // offsets
   int pending_count = 0;
 
   void mark(const char* p) {
@@ -195,12 +198,14 @@ struct AI_DOCUMENT::LineCutter {
     // Most lines hold no '%' or NUL and cannot begin or end a text object ("0 To", "TO"):
     // of those only the start is kept.
     const long length = cr - line_start;
-    if (marks.percent || marks.nul ||
+    const bool comment = marks.ai5 || (marks.percent && length >= 2 && line_start[0] == '%' &&
+                                       (line_start[1] == '%' || line_start[1] == 'A'));
+    if (comment || marks.nul ||
         (length >= 2 && (line_start[0] == 'T' || (length >= 4 && line_start[2] == 'T')))) {
       doc.note_line(handed_over + pending_count, line_start, cr, marks);
       marks = LineMarks();
     }
-    pending[pending_count++] = line_start;
+    pending[pending_count++] = static_cast<size_t>(line_start - doc.text.data());
     line_start = cr + 1;
     if (line_start < text_end && *line_start == '\n') {
       ++line_start;
@@ -284,7 +289,8 @@ const char* AI_DOCUMENT::cut_lines(const char* p, const char* end, bool quick) {
   return cutter.stopped ? nullptr : cutter.line_start;
 }
 
-// A line that holds a '%' or a NUL, or may begin or end a text object; end is where its CR
+// A line that may be a comment line, holds a NUL, or may begin or end a text object; end is
+// where its CR
 // stands, or the end of the text.
 void AI_DOCUMENT::note_line(int index, const char* start, const char* end, LineMarks marks) {
   const std::string_view bytes_read(start, static_cast<size_t>(end - start));
@@ -292,7 +298,9 @@ void AI_DOCUMENT::note_line(int index, const char* start, const char* end, LineM
       marks.nul ? bytes_read.substr(0, bytes_read.find('\0')) : bytes_read;
   auto at = [&line_text](size_t i) { return i < line_text.size() ? line_text[i] : '\0'; };
   if (marks.nul) nul_lines.push_back(index);
-  if (marks.percent) percent_lines.push_back({index, {at(0), at(1), at(2), at(3)}, marks.ai5});
+  if (marks.ai5 || (at(0) == '%' && (at(1) == '%' || at(1) == 'A'))) {
+    comment_lines.push_back({index, {at(0), at(1), at(2), at(3)}, marks.ai5});
+  }
   if (at(0) && at(1) && at(2) == 'T' && at(3) == 'o') text_lines.push_back(index);
   if (at(0) == 'T' && at(1) == 'O') text_end_lines.push_back(index);
 }
@@ -315,11 +323,11 @@ int AI_DOCUMENT::find_text_end_line(int from, int to) const {
 }
 
 std::string_view AI_DOCUMENT::line(int index) const {
-  const size_t i = static_cast<size_t>(index);
-  const char* next = starts[i + 1];
+  const char* next = line_start(index + 1);
   // The next line starts after this one's CR and the LF that may follow it.
   const char* end = no_line_end ? next : next - (next[-1] == '\n' ? 2 : 1);
-  const std::string_view bytes_read(starts[i], static_cast<size_t>(end - starts[i]));
+  const char* start = line_start(index);
+  const std::string_view bytes_read(start, static_cast<size_t>(end - start));
   if (no_line_end || std::binary_search(nul_lines.begin(), nul_lines.end(), index)) {
     return bytes_read.substr(0, bytes_read.find('\0'));
   }
@@ -334,7 +342,7 @@ int AI_DOCUMENT::printed_as_read_until(int first, int last_end,
   int end = next_nul_line != nul_lines.end() ? std::min(*next_nul_line, last_end) : last_end;
   if (!crlf_seen) return end;
   for (int i = first; i < end; ++i) {
-    if (starts[static_cast<size_t>(i) + 1][-1] != '\r') return i;
+    if (line_start(i + 1)[-1] != '\r') return i;
   }
   return end;
 }
@@ -346,9 +354,8 @@ void AI_DOCUMENT::print_lines(int first, int last, Output& out) const {
   for (int i = first; i <= last;) {
     const int end = printed_as_read_until(i, last + 1, nul);
     if (end > i) {
-      const char* from = starts[static_cast<size_t>(i)];
-      out.write_kept(
-          std::string_view(from, static_cast<size_t>(starts[static_cast<size_t>(end)] - from)));
+      const char* from = line_start(i);
+      out.write_kept(std::string_view(from, static_cast<size_t>(line_start(end) - from)));
       i = end;
       continue;
     }

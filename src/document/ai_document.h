@@ -25,23 +25,21 @@ const char* strpos(const char* text, long long length, const char* pattern, int 
 // the lines from which on another 4 GiB is to be added kept aside (none below 4 GiB).
 class LineStarts {
  public:
-  void reset(const char* text_base, size_t expected_lines);
-  void push(const char* start) { push(&start, 1); }
-  // count starts in ascending order.
-  void push(const char* const* first, size_t count);
-  const char* operator[](size_t index) const {
+  void reset(size_t expected_lines);
+  // count offsets, ascending and not below the last one pushed.
+  void push(const size_t* offsets, size_t count);
+  size_t operator[](size_t index) const {
     size_t high = 0;
     if (!steps.empty()) {
       high =
           static_cast<size_t>(std::upper_bound(steps.begin(), steps.end(), index) - steps.begin());
     }
-    return base + (high << 32) + low[index];
+    return (high << 32) + low[index];
   }
   size_t size() const { return low.size(); }
   bool empty() const { return low.empty(); }
 
  private:
-  const char* base = nullptr;
   std::vector<uint32_t> low;
   std::vector<size_t> steps;  // ascending line indexes, one for each 4 GiB
 };
@@ -77,26 +75,28 @@ class AI_DOCUMENT {
   // The template's bytes from the start of line first to the end of line last, line ends
   // (and any bytes after a NUL) included.
   std::string_view bytes_of_lines(int first, int last) const {
-    const char* from = starts[static_cast<size_t>(first)];
-    return {from, static_cast<size_t>(starts[static_cast<size_t>(last) + 1] - from)};
+    const char* from = line_start(first);
+    return {from, static_cast<size_t>(line_start(last + 1) - from)};
   }
   // Writes lines first to last, each followed by a carriage return.
   void print_lines(int first, int last, Output& out) const;
-  // The first line in [from, to] whose bytes hold a '%', that begins with head (at most four
-  // characters; empty for any line) and whose text passes test; -1 when there is none.
-  // Comments and placed-art markers hold a '%' and most lines of a large document do not,
-  // so searches for them look at these lines only, and at their text only when it can match.
+  // The first comment line in [from, to] that begins with head (two to four characters,
+  // beginning with "%%" or "%A") and whose text passes test; -1 when there is none. Comment
+  // lines are those that begin with "%%" or "%A", or hold "%AI5_": structure comments and
+  // placed-art markers. Most lines of a large document are none, so searches for them look
+  // at these lines only, and at their text only when it can match.
   template <typename Test>
-  int find_percent_line(int from, int to, std::string_view head, Test test) const {
-    return first_percent_line(from, to, [&](const PercentLine& percent_line) {
-      return percent_line.begins_with(head) && test(line(percent_line.index));
+  int find_comment_line(int from, int to, std::string_view head, Test test) const {
+    return first_comment_line(from, to, [&](const CommentLine& comment_line) {
+      return comment_line.begins_with(head) && test(line(comment_line.index));
     });
   }
-  // The same among the lines that hold "%AI5_", the start of every placed-art marker.
+  // The first line in [from, to] that holds "%AI5_", the start of every placed-art marker,
+  // and whose text passes test; -1 when there is none.
   template <typename Test>
   int find_ai5_line(int from, int to, Test test) const {
-    return first_percent_line(from, to, [&](const PercentLine& percent_line) {
-      return percent_line.holds_ai5 && test(line(percent_line.index));
+    return first_comment_line(from, to, [&](const CommentLine& comment_line) {
+      return comment_line.holds_ai5 && test(line(comment_line.index));
     });
   }
   // The first line in [from, to] whose third and fourth characters are "To", where text
@@ -120,6 +120,7 @@ class AI_DOCUMENT {
     bool ai5 = false;  // "%AI5_"
     bool nul = false;
   };
+  void push_start(const char* start);
   void note_line(int index, const char* start, const char* end, LineMarks marks);
   int printed_as_read_until(int first, int last_end,
                             std::vector<int>::const_iterator next_nul_line) const;
@@ -129,12 +130,15 @@ class AI_DOCUMENT {
   // Where each line starts, then where the line after the last would start: a line's length
   // follows from the next start (after the CR or CR LF), so 1,048,576 lines cost 4 MB.
   LineStarts starts;
+  const char* line_start(int index) const {
+    return text.data() + starts[static_cast<size_t>(index)];
+  }
   // Set when the text holds no CR: its one line then runs to the end of the text.
   bool no_line_end = false;
   bool crlf_seen = false;      // some line ends in CR LF
   std::vector<int> nul_lines;  // ascending; rare
-  // A line that holds a '%', with its first four characters ('\0' past its end).
-  struct PercentLine {
+  // A comment line, with its first four characters ('\0' past its end).
+  struct CommentLine {
     int index;
     char head[4];
     bool holds_ai5;
@@ -145,13 +149,13 @@ class AI_DOCUMENT {
       return true;
     }
   };
-  std::vector<PercentLine> percent_lines;  // ascending
+  std::vector<CommentLine> comment_lines;  // ascending
   template <typename Keep>
-  int first_percent_line(int from, int to, Keep keep) const {
+  int first_comment_line(int from, int to, Keep keep) const {
     auto it = std::lower_bound(
-        percent_lines.begin(), percent_lines.end(), from,
-        [](const PercentLine& percent_line, int index) { return percent_line.index < index; });
-    for (; it != percent_lines.end() && it->index <= to; ++it) {
+        comment_lines.begin(), comment_lines.end(), from,
+        [](const CommentLine& comment_line, int index) { return comment_line.index < index; });
+    for (; it != comment_lines.end() && it->index <= to; ++it) {
       if (keep(*it)) return it->index;
     }
     return -1;

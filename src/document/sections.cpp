@@ -13,7 +13,7 @@
 int find_comment(const AI_DOCUMENT& doc, int from, int to, const char* comment, bool whole_line) {
   const size_t length = std::strlen(comment);
   const std::string_view wanted(comment, length);
-  return doc.find_percent_line(from, to, wanted.substr(0, 4), [&](std::string_view text) {
+  return doc.find_comment_line(from, to, wanted.substr(0, 4), [&](std::string_view text) {
     return text.substr(0, length) == wanted && (!whole_line || text.size() == length);
   });
 }
@@ -100,7 +100,7 @@ void AI_SCRIPT::setup(const AI_DOCUMENT& doc) {
 
 void AI_SCRIPT::setup_layer(const AI_DOCUMENT& doc) {
   auto begins_layer = [](std::string_view text) { return text.substr(0, 15) == "%AI5_BeginLayer"; };
-  for (int i = first_line; (i = doc.find_percent_line(i, last_line, "%AI5", begins_layer)) >= 0;) {
+  for (int i = first_line; (i = doc.find_comment_line(i, last_line, "%AI5", begins_layer)) >= 0;) {
     if (layers.size() == kMaxLayers) fail("overflow layer\n");
     auto layer = std::make_unique<AI_LAYER>();
     layer->setup(doc, i, last_line, &i);
