@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <string>
 
 #include "driver/diagnostics.h"
@@ -52,4 +53,19 @@ TEST(FileBytesTest, Failures) {
   TEST_TEMP_DIR dir;
   EXPECT_EQ("open failed\n", error_of("/nonexistent/t.ai"));
   EXPECT_EQ("read failed\n", error_of(dir.path().c_str()));  // a directory opens, but reads fail
+}
+
+// A mapped template cut short under the run ends it with the read error, not a crash.
+TEST(FileBytesDeathTest, TruncatedUnderTheRun) {
+  TEST_TEMP_DIR dir;
+  const std::string path = dir.write("t.ai", std::string(1 << 20, 'x'));
+  EXPECT_EXIT(
+      {
+        FileBytes bytes = FileBytes::read(path.c_str(), "open failed\n", "read failed\n");
+        if (truncate(path.c_str(), 0) != 0) std::exit(3);
+        volatile char last = bytes.view().back();
+        (void)last;
+        std::exit(4);
+      },
+      testing::ExitedWithCode(kFailureStatus), "^read failed\n$");
 }
