@@ -32,18 +32,16 @@ double median(std::vector<double> values);
 
 struct Measurement {
   double median_seconds = 0;
+  double cat_median_seconds = 0;
   long peak_rss_kib = 0;  // the largest of all runs
   uint64_t checksum = 0;  // of stdout
 };
 
 // Runs ormel once with stdout to out_path, for the checksum, then `runs` times with stdout
-// to /dev/null, like the cat it is compared with, for the time. Any run that does not exit
-// 0, or an output that does not end with "%%EOF\r", throws std::runtime_error with the
-// details (stderr included).
-Measurement measure_ormel(const std::vector<std::string>& argv, const std::string& out_path,
-                          const std::string& err_path, int runs);
-
-// `cat path > /dev/null`, timed the same way; returns the median seconds.
-double measure_cat(const std::string& path, const std::string& err_path, int runs);
+// to /dev/null, each run after one of `cat template > /dev/null`, so that both medians come
+// from the same stretch of time. Any run that does not exit 0, or an output that does not
+// end with "%%EOF\r", throws std::runtime_error with the details (stderr included).
+Measurement measure_ormel(const std::vector<std::string>& argv, const std::string& template_path,
+                          const std::string& out_path, const std::string& err_path, int runs);
 
 }  // namespace bench

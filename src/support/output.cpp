@@ -44,83 +44,118 @@ void Output::line(std::string_view text) {
 
 namespace {
 
-// Whether the format uses only the conversions %f, %d, %s and %%, which printf formats
-// itself; any other goes through the C library.
-bool simple_format(const char* format) {
-  for (const char* p = format; *p; ++p) {
-    if (*p != '%') continue;
-    ++p;
-    if (*p != 'f' && *p != 'd' && *p != 's' && *p != '%') return false;
+// Formats into a small array first, so that a whole formatted line costs one append to the
+// buffer rather than one per piece.
+class Scratch {
+ public:
+  explicit Scratch(std::string& destination) : out(destination) {}
+  // Where n bytes (at most the array's size) may be written; advance() then counts them.
+  char* room(size_t n) {
+    if (n > sizeof text - used) flush();
+    return text + used;
   }
-  return true;
-}
+  void advance(size_t n) { used += n; }
+  void put(const char* bytes, size_t n) {
+    if (n > sizeof text) {
+      flush();
+      out.append(bytes, n);
+      return;
+    }
+    std::memcpy(room(n), bytes, n);
+    used += n;
+  }
+  void flush() {
+    out.append(text, used);
+    used = 0;
+  }
 
-void append_integer(std::string& out, long long value) {
-  char digits[24];
-  auto result = std::to_chars(digits, digits + sizeof digits, value);
-  out.append(digits, result.ptr);
+ private:
+  std::string& out;
+  char text[256];
+  size_t used = 0;
+};
+
+void put_integer(Scratch& out, long long value) {
+  char* at = out.room(24);
+  out.advance(static_cast<size_t>(std::to_chars(at, at + 24, value).ptr - at));
 }
 
 // "%f": six decimals, exactly as the C library writes them. A value whose millionths are
 // an integer to well within the rounding margin is written from that integer; every other
 // value (and NaN, infinities, large values) goes through the C library.
-void append_real(std::string& out, double value) {
+void put_real(Scratch& out, double value) {
   const double millionths = std::fabs(value) * 1e6;
   if (millionths < 1e12) {
     const long long whole = std::llround(millionths);
     if (std::fabs(millionths - static_cast<double>(whole)) < 1e-3) {
-      if (std::signbit(value)) out += '-';
-      append_integer(out, whole / 1000000);
-      char fraction[7] = {'.'};
-      long long rest = whole % 1000000;
-      for (int i = 6; i >= 1; --i, rest /= 10) fraction[i] = static_cast<char>('0' + rest % 10);
-      out.append(fraction, sizeof fraction);
+      if (std::signbit(value)) out.put("-", 1);
+      put_integer(out, whole / 1000000);
+      // The six decimals with their leading zeros: "1dddddd" with the '.' written over the 1.
+      char* fraction = out.room(7);
+      std::to_chars(fraction, fraction + 7, whole % 1000000 + 1000000);
+      fraction[0] = '.';
+      out.advance(7);
       return;
     }
   }
   char text[32];
   int length = std::snprintf(text, sizeof text, "%f", value);
   if (length >= 0 && static_cast<size_t>(length) < sizeof text) {
-    out.append(text, static_cast<size_t>(length));
+    out.put(text, static_cast<size_t>(length));
     return;
   }
   std::vector<char> long_text(static_cast<size_t>(length) + 1);
   std::snprintf(long_text.data(), long_text.size(), "%f", value);
-  out.append(long_text.data(), static_cast<size_t>(length));
+  out.put(long_text.data(), static_cast<size_t>(length));
 }
 
 }  // namespace
 
+// Formats %f, %d, %s and %% itself; a format with any other conversion goes through the C
+// library instead, from a copy of the arguments taken before any was read.
 void Output::printf(const char* format, ...) {
   va_list args;
   va_start(args, format);
-  if (simple_format(format)) {
-    for (const char* p = format; *p; ++p) {
-      if (*p != '%') {
-        const char* literal_end = std::strchr(p, '%');
-        if (!literal_end) literal_end = p + std::strlen(p);
-        buffer.append(p, static_cast<size_t>(literal_end - p));
-        p = literal_end - 1;
-        continue;
-      }
-      switch (*++p) {
-        case 'f':
-          append_real(buffer, va_arg(args, double));
-          break;
-        case 'd':
-          append_integer(buffer, va_arg(args, int));
-          break;
-        case 's':
-          buffer.append(va_arg(args, const char*));
-          break;
-        default:
-          buffer += '%';
-          break;
-      }
+  va_list again;
+  va_copy(again, args);
+  const size_t start = buffer.size();
+  Scratch out(buffer);
+  bool simple = true;
+  for (const char* p = format; simple && *p; ++p) {
+    if (*p != '%') {
+      const char* literal_end = std::strchr(p, '%');
+      if (!literal_end) literal_end = p + std::strlen(p);
+      out.put(p, static_cast<size_t>(literal_end - p));
+      p = literal_end - 1;
+      continue;
     }
-  } else {
-    vprintf_fallback(format, args);
+    switch (*++p) {
+      case 'f':
+        put_real(out, va_arg(args, double));
+        break;
+      case 'd':
+        put_integer(out, va_arg(args, int));
+        break;
+      case 's': {
+        const char* text = va_arg(args, const char*);
+        out.put(text, std::strlen(text));
+        break;
+      }
+      case '%':
+        out.put("%", 1);
+        break;
+      default:
+        simple = false;
+        break;
+    }
   }
+  if (simple) {
+    out.flush();
+  } else {
+    buffer.resize(start);
+    vprintf_fallback(format, again);
+  }
+  va_end(again);
   va_end(args);
   flush_if_full();
 }

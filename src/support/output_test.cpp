@@ -71,6 +71,12 @@ TEST(OutputTest, FormatsTheConversionsItUses) {
   EXPECT_EQ("-42 Tr\r|%_7|  2.2", out.text());
   out.line("next");
   EXPECT_EQ("-42 Tr\r|%_7|  2.2next\r", out.text());
+  // Texts longer than the formatting array, before and after a conversion the C library does.
+  const std::string long_text(1000, 'a');
+  Output long_out;
+  long_out.printf("%s|%f|%s", long_text.c_str(), -1.5, long_text.c_str());
+  long_out.printf("%s|%5.1f", long_text.c_str(), 2.25);
+  EXPECT_EQ(long_text + "|-1.500000|" + long_text + long_text + "|  2.2", long_out.text());
 }
 
 TEST(OutputTest, WriteFailureIsAnError) {

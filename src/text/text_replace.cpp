@@ -5,8 +5,6 @@
 
 #include "document/ai_document.h"
 #include "driver/diagnostics.h"
-#include "support/patterns.h"
-#include "support/regex.h"
 #include "support/stack.h"
 #include "support/token.h"
 
@@ -19,15 +17,22 @@ constexpr int kStackBound = 10;
 // syntax (which a placeholder of the syntax with a font contains too).
 bool holds_placeholder(const AI_POINT_TEXT& point_text) {
   std::optional<std::string> joined = point_text.TxTXstring(nullptr);
-  if (!joined) return false;
-  static const std::string any_placeholder = AI_REGEX_PATTERN().create_pattern(nullptr);
-  MY_REGEX regex;
-  if (!regex.compile(any_placeholder.c_str())) fail("%s", regex.error_text().c_str());
-  regex.init_offset(joined->c_str());
-  return regex.match_yes() == 1;
+  return joined && holds_plain_placeholder(*joined);
 }
 
 }  // namespace
+
+bool holds_plain_placeholder(std::string_view text) {
+  auto digit = [&text](size_t i) { return i < text.size() && text[i] >= '0' && text[i] <= '9'; };
+  for (size_t dash = text.find('-'); dash != std::string_view::npos;
+       dash = text.find('-', dash + 1)) {
+    if (dash == 0 || text[dash - 1] < 'A' || text[dash - 1] > 'Z' || !digit(dash + 1)) continue;
+    size_t p = dash + 1;
+    while (digit(p)) ++p;
+    if (p < text.size() && text[p] == '-' && digit(p + 1)) return true;
+  }
+  return false;
+}
 
 bool may_end_placeholder(std::string_view bytes) {
   for (size_t p = bytes.find('-'); p != std::string_view::npos; p = bytes.find('-', p + 1)) {
