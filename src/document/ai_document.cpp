@@ -203,8 +203,8 @@ struct AI_DOCUMENT::LineCutter {
     if (comment || marks.nul ||
         (length >= 2 && (line_start[0] == 'T' || (length >= 4 && line_start[2] == 'T')))) {
       doc.note_line(handed_over + pending_count, line_start, cr, marks);
-      marks = LineMarks();
     }
+    marks = LineMarks();
     pending[pending_count++] = static_cast<size_t>(line_start - doc.text.data());
     line_start = cr + 1;
     if (line_start < text_end && *line_start == '\n') {
