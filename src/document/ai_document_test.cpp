@@ -7,6 +7,7 @@
 
 #include "document/layer.h"
 #include "driver/diagnostics.h"
+#include "support/file_io.h"
 #include "support/output.h"
 #include "support/test_temp_dir.h"
 
@@ -259,12 +260,7 @@ TEST(DocumentTest, PrintingThroughADescriptorWritesTheSameBytes) {
   doc.print_lines(0, doc.line_count() - 1, out);
   out.flush();
   std::fclose(file);
-  FILE* in = std::fopen(path.c_str(), "rb");
-  ASSERT_NE(nullptr, in);
-  std::string written;
-  char chunk[4096];
-  while (size_t got = std::fread(chunk, 1, sizeof chunk, in)) written.append(chunk, got);
-  std::fclose(in);
+  const std::string written = read_whole_file(path.c_str(), "open failed\n", "read failed\n");
   EXPECT_EQ(printed(doc), written);
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "support/file_io.h"
 #include "support/test_temp_dir.h"
 
 namespace {
@@ -112,11 +113,6 @@ TEST(OutputTest, KeptAndCopiedBytesKeepTheirOrder) {
     o->flush();
   }
   std::fclose(file);
-  FILE* in = std::fopen(path.c_str(), "rb");
-  ASSERT_NE(nullptr, in);
-  std::string written;
-  char chunk[65536];
-  while (size_t got = std::fread(chunk, 1, sizeof chunk, in)) written.append(chunk, got);
-  std::fclose(in);
+  const std::string written = read_whole_file(path.c_str(), "open failed\n", "read failed\n");
   EXPECT_EQ(memory.text(), written);
 }
