@@ -117,9 +117,9 @@ void AI_DOCUMENT::clear_lines() {
 }
 
 // Cuts the text from "%!PS-Adobe" to the CR after the last "%%EOF" into lines: a line's text
-// ends at its CR or at its first NUL byte. The lines, their '%' and NUL bytes and the lines
-// that begin and end text objects are all found in one pass. A quick cut returns false
-// instead of failing, and when the text holds an embedded document.
+// ends at its CR or at its first NUL byte. The lines, and among them the comment lines, the
+// lines with a NUL and the lines that begin and end text objects, are all found in one pass. A
+// quick cut returns false instead of failing, and when the text holds an embedded document.
 bool AI_DOCUMENT::cut_text(bool quick) {
   const char* const text_end = text.data() + text.size();
   const char* start = strpos(text.data(), static_cast<long long>(text.size()), "%!PS-Adobe", 0);
@@ -140,7 +140,7 @@ bool AI_DOCUMENT::cut_text(bool quick) {
   if (starts.empty()) {
     // No line end at all: the one line runs to the end of the text.
     no_line_end = true;
-    note_line(0, start, text_end, {true, true, true});
+    note_line(0, start, text_end, {true, true});
     push_start(start);
     after_last_cr = text_end;
   }
@@ -187,7 +187,6 @@ struct AI_DOCUMENT::LineCutter {
     }
   }
   void percent_mark(const char* p) {
-    marks.percent = true;
     const long left = text_end - p;
     if (left >= 5 && p[1] == 'A' && p[2] == 'I' && p[3] == '5' && p[4] == '_') marks.ai5 = true;
     if (quick && left >= 15 && p[1] == '%' && std::memcmp(p, kBeginDocument, 15) == 0) {
@@ -195,10 +194,10 @@ struct AI_DOCUMENT::LineCutter {
     }
   }
   void end_line(const char* cr) {
-    // Most lines hold no '%' or NUL and cannot begin or end a text object ("0 To", "TO"):
-    // of those only the start is kept.
+    // Most lines are no comment line, hold no NUL and cannot begin or end a text object
+    // ("0 To", "TO"): of those only the start is kept.
     const long length = cr - line_start;
-    const bool comment = marks.ai5 || (marks.percent && length >= 2 && line_start[0] == '%' &&
+    const bool comment = marks.ai5 || (length >= 2 && line_start[0] == '%' &&
                                        (line_start[1] == '%' || line_start[1] == 'A'));
     if (comment || marks.nul ||
         (length >= 2 && (line_start[0] == 'T' || (length >= 4 && line_start[2] == 'T')))) {

@@ -116,7 +116,6 @@ class AI_DOCUMENT {
   struct LineCutter;
   const char* cut_lines(const char* start, const char* end, bool quick);
   struct LineMarks {
-    bool percent = false;
     bool ai5 = false;  // "%AI5_"
     bool nul = false;
   };
