@@ -78,7 +78,7 @@ std::optional<std::string> find_placeholder(const char* id, const std::string& n
   AI_REGEX_PATTERN pattern;
   MY_REGEX regex;
   if (!regex.compile(id ? pattern.create_pattern(id, nullptr) : pattern.create_pattern(nullptr))) {
-    fail("AI_PLACED_ART_REPLACE::regex compile error\n");
+    fail("%sAI_PLACED_ART_REPLACE::regex compile error\n", regex.error_text().c_str());
   }
   regex.init_offset(name.c_str());
   std::string match;

@@ -277,7 +277,8 @@ TEST_F(PlacedArtReplaceTest, IdentifierThatIsNoExpression) {
     replace("PH(", "x\n");
     ADD_FAILURE() << "nothing thrown";
   } catch (const Error& error) {
-    EXPECT_STREQ("AI_PLACED_ART_REPLACE::regex compile error\n", error.what());
+    EXPECT_STREQ("regcomp() error:Unmatched ( or \\(\nAI_PLACED_ART_REPLACE::regex compile error\n",
+                 error.what());
   }
 }
 

@@ -1,6 +1,5 @@
 #include "text/point_text.h"
 
-#include <algorithm>
 #include <cctype>
 #include <cstring>
 #include <map>
@@ -195,8 +194,8 @@ void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab) {
   rimba_encode_tx();
 }
 
-// Each match is replaced everywhere in the text by its cell, followed by as many tabs as
-// it held so that the runs after it keep their own text; then the walk starts again.
+// Each match is replaced everywhere in the text by its cell, followed by one tab when it
+// held one, so that the text after it stays in a run of its own; then the walk starts again.
 bool AI_POINT_TEXT::setup_tabtxt_replace(std::string& text, const char* pattern,
                                          const TAB_TEXT& tab) {
   MY_REGEX regex;
@@ -222,7 +221,7 @@ bool AI_POINT_TEXT::setup_tabtxt_replace(std::string& text, const char* pattern,
     }
     report(match, row, col, no_cell ? "removed" : "replaced");
     std::string replacement = cell ? cell : "";
-    replacement.append(static_cast<size_t>(std::count(match.begin(), match.end(), '\t')), '\t');
+    if (match.find('\t') != std::string::npos) replacement += '\t';
     text = MY_STRING::replace(text, match, replacement);
     replaced = true;
     if (text.size() > expansion_pool) endless_expansion(match);
@@ -266,17 +265,21 @@ void AI_POINT_TEXT::report_unreplaced() const {
   }
 }
 
-// Gives the pieces between the tabs back to the runs that have a string, in order.
+// Gives the pieces between the tabs back to the runs that have a string, in order. A
+// placeholder spread over several runs leaves fewer pieces than runs: the runs after the
+// last piece receive the empty text, so no text is printed twice.
 void AI_POINT_TEXT::setup_tabtxt_split(const std::string& text) {
   MY_STRING cutter;
   cutter.split("\t", text);
   std::optional<std::string> pending;
   int more = 1;
+  bool last_given = false;
   for (AI_TxTX& run : TxTX) {
-    if (!pending) pending = cutter.split(&more);
+    if (!pending) pending = last_given ? std::string() : cutter.split(&more);
     if (std::string* str = run.string()) {
       *str = std::move(*pending);
       pending.reset();
+      last_given = !more;
     } else if (!more) {
       break;
     }

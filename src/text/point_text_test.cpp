@@ -156,7 +156,7 @@ TEST_F(PointTextTest, PlaceholderSpreadOverRuns) {
   EXPECT_EQ("x CELL\t", *two.TxTXstring("\t"));
   AI_POINT_TEXT three = parse({"(T) Tx", "(X-1) Tx", "(-3 end) Tx", "(next) Tx"});
   three.setup_tabtxt("TX", tab);
-  EXPECT_EQ("CELL\t\t end\tnext", *three.TxTXstring("\t"));
+  EXPECT_EQ("CELL\t end\tnext\t", *three.TxTXstring("\t"));
 }
 
 TEST_F(PointTextTest, NewSyntaxIsReplacedWholeAndSetsFonts) {
