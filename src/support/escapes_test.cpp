@@ -28,3 +28,34 @@ TEST(EscapesTest, DecodeNeverReadsPastTheEnd) {
   EXPECT_EQ("ab\\12", path_decode("ab\\12"));
   EXPECT_EQ("ab\n", path_decode("ab\\012"));
 }
+
+TEST(EscapesTest, StringDecodeReadsEveryEscape) {
+  const struct {
+    const char* body;
+    std::string raw;
+  } cases[] = {
+      {"\\124\\130\\055\\061", "TX-1"},               // octal, as newer writers spell every byte
+      {"\\(a\\)\\\\", "(a)\\"},                       // parentheses and backslash
+      {"\\r\\n\\t\\b\\f", "\r\n\t\b\f"},              // the letter escapes
+      {"\\0\\12x\\1234", std::string("\0\nxS4", 5)},  // one to three digits, no more
+      {"\\777", "\xFF"},                              // modulo 256
+      {"a\\\rb\\\r\nc\\\nd", "abcd"},                 // a backslash before a line end continues
+      {"\\q\\%", "q%"},                               // before any other byte it is dropped
+      {"end\\", "end"},                               // a lone backslash at the end
+  };
+  for (const auto& c : cases) EXPECT_EQ(c.raw, ps_string_decode(c.body)) << c.body;
+}
+
+TEST(EscapesTest, StringEscapeReadsBackAsTheSameBytes) {
+  EXPECT_EQ("T-Shirt \\(XL C:\\\\new\\r\\001\xE9",
+            ps_string_escape("T-Shirt (XL C:\\new\r\x01\xE9", false));
+  EXPECT_EQ("Caf\\351\\177", ps_string_escape("Caf\xE9\x7F", true));
+  EXPECT_EQ("\\0011", ps_string_escape("\x01"
+                                       "1",
+                                       false));  // three digits: a digit after stays
+  std::string every_byte;
+  for (int b = 0; b < 256; ++b) every_byte += static_cast<char>(b);
+  for (bool octal_high : {false, true}) {
+    EXPECT_EQ(every_byte, ps_string_decode(ps_string_escape(every_byte, octal_high)));
+  }
+}
