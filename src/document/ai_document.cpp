@@ -1,36 +1,10 @@
 #include "document/ai_document.h"
 
-#include <algorithm>
-#include <cstdint>
-#include <cstring>
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
+#include <string>
 
 #include "document/layer.h"
 #include "driver/diagnostics.h"
 #include "support/output.h"
-
-// The forward search hops from one occurrence of the pattern's first byte to the next,
-// which is fast where that byte is rare ('%' in PostScript).
-const char* strpos(const char* text, long long length, const char* pattern, int direction) {
-  const size_t n = std::strlen(pattern);
-  if (length < static_cast<long long>(n) || n == 0) return nullptr;
-  const char* last = text + (length - static_cast<long long>(n));
-  if (direction == 0) {
-    for (const char* p = text; p <= last; ++p) {
-      p = static_cast<const char*>(std::memchr(p, pattern[0], static_cast<size_t>(last - p) + 1));
-      if (!p) return nullptr;
-      if (std::memcmp(p, pattern, n) == 0) return p;
-    }
-    return nullptr;
-  }
-  if (direction != 1) return nullptr;
-  for (long long i = last - text; i >= 0; --i) {
-    if (text[i] == pattern[0] && std::memcmp(text + i, pattern, n) == 0) return text + i;
-  }
-  return nullptr;
-}
 
 FileBytes AI_DOCUMENT::read_file(const char* file_name) {
   return FileBytes::read(file_name, "ai file open error\n", "ai file read error\n");
@@ -40,10 +14,9 @@ FileBytes AI_DOCUMENT::read_file(const char* file_name) {
 // one shows up, or the quick cut cannot finish, the documents are cut out and the text is
 // cut again; failures are decided on that second pass, in their proper order.
 AI_DOCUMENT::AI_DOCUMENT(FileBytes file) : bytes(std::move(file)), text(bytes.view()) {
-  if (cut_text(true)) return;
-  clear_lines();
+  if (lines.cut_at_crs(text, true)) return;
   eliminate_BeginEndDocument();
-  cut_text(false);
+  lines.cut_at_crs(text, false);
 }
 
 AI_DOCUMENT::~AI_DOCUMENT() = default;
@@ -53,32 +26,7 @@ namespace {
 const char kBeginDocument[] = "%%BeginDocument";
 const char kEndDocument[] = "%%EndDocument";
 
-bool holds_begin_document(const char* from, const char* to) {
-  return strpos(from, to - from, kBeginDocument, 0) != nullptr;
-}
-
 }  // namespace
-
-void LineStarts::reset(size_t expected_lines) {
-  low.clear();
-  low.reserve(expected_lines);
-  steps.clear();
-}
-
-void LineStarts::push(const size_t* offsets, size_t count) {
-  if (count == 0) return;
-  const size_t at = low.size();
-  // Below the next 4 GiB step, as nearly always, the offsets go in as they are.
-  if (offsets[count - 1] >> 32 == steps.size()) {
-    low.resize(at + count);
-    for (size_t i = 0; i < count; ++i) low[at + i] = static_cast<uint32_t>(offsets[i]);
-    return;
-  }
-  for (size_t i = 0; i < count; ++i) {
-    while (offsets[i] >> 32 > steps.size()) steps.push_back(low.size());
-    low.push_back(static_cast<uint32_t>(offsets[i]));
-  }
-}
 
 // Embedded documents, from "%%BeginDocument" through "%%EndDocument" and the CR or CR LF
 // after it, never reach the line table. They do not nest: the first end closes the cut.
@@ -105,263 +53,6 @@ void AI_DOCUMENT::eliminate_BeginEndDocument() {
   kept.append(base + read, size - read);
   bytes = FileBytes(std::move(kept));
   text = bytes.view();
-}
-
-void AI_DOCUMENT::clear_lines() {
-  no_line_end = false;
-  crlf_seen = false;
-  nul_lines.clear();
-  comment_lines.clear();
-  text_lines.clear();
-  text_end_lines.clear();
-}
-
-// Cuts the text from "%!PS-Adobe" to the CR after the last "%%EOF" into lines: a line's text
-// ends at its CR or at its first NUL byte. The lines, and among them the comment lines, the
-// lines with a NUL and the lines that begin and end text objects, are all found in one pass. A
-// quick cut returns false instead of failing, and when the text holds an embedded document.
-bool AI_DOCUMENT::cut_text(bool quick) {
-  const char* const text_end = text.data() + text.size();
-  const char* start = strpos(text.data(), static_cast<long long>(text.size()), "%!PS-Adobe", 0);
-  const char* eof = strpos(text.data(), static_cast<long long>(text.size()), "%%EOF", 1);
-  if (quick && !(start && eof)) return false;
-  if (!start) fail("cannot find %s\n", "%!PS-Adobe");
-  if (!eof) fail("cannot find %s\n", "%%EOF");
-  // The carriage return right after "%%EOF" still ends a line; text after it is dropped.
-  const char* const limit = std::min(eof + 6, text_end);
-  // The cut itself watches the bytes from start to limit.
-  if (quick && (holds_begin_document(text.data(), std::min(start + 14, text_end)) ||
-                holds_begin_document(limit, text_end))) {
-    return false;
-  }
-  starts.reset(std::min<size_t>(kMaxLines, static_cast<size_t>(limit - start)) + 1);
-  const char* after_last_cr = cut_lines(start, limit, quick);
-  if (!after_last_cr) return false;
-  if (starts.empty()) {
-    // No line end at all: the one line runs to the end of the text.
-    no_line_end = true;
-    note_line(0, start, text_end, {true, true});
-    push_start(start);
-    after_last_cr = text_end;
-  }
-  push_start(after_last_cr);
-  return true;
-}
-
-void AI_DOCUMENT::push_start(const char* start) {
-  const size_t offset = static_cast<size_t>(start - text.data());
-  starts.push(&offset, 1);
-}
-
-// The state of the cut: the line being cut and what it holds so far, and the line starts
-// found since they were last handed to the document.
-struct AI_DOCUMENT::LineCutter {
-  LineCutter(AI_DOCUMENT& document, const char* start, bool quick_cut)
-      : doc(document),
-        text_end(doc.text.data() + doc.text.size()),
-        line_start(start),
-        quick(quick_cut) {}
-
-  AI_DOCUMENT& doc;
-  const char* text_end;
-  const char* line_start;
-  bool quick;
-  bool stopped = false;
-  LineMarks marks;
-  int handed_over = 0;
-  static constexpr int kPending = 1024;
-  size_t pending[kPending];  // offsets
-  int pending_count = 0;
-
-  void mark(const char* p) {
-    switch (*p) {
-      case '\r':
-        end_line(p);
-        break;
-      case '%':
-        percent_mark(p);
-        break;
-      case '\0':
-        marks.nul = true;
-        break;
-    }
-  }
-  void percent_mark(const char* p) {
-    const long left = text_end - p;
-    if (left >= 5 && p[1] == 'A' && p[2] == 'I' && p[3] == '5' && p[4] == '_') marks.ai5 = true;
-    if (quick && left >= 15 && p[1] == '%' && std::memcmp(p, kBeginDocument, 15) == 0) {
-      stopped = true;
-    }
-  }
-  void end_line(const char* cr) {
-    // Most lines are no comment line, hold no NUL and cannot begin or end a text object
-    // ("0 To", "TO"): of those only the start is kept.
-    const long length = cr - line_start;
-    const bool comment = marks.ai5 || (length >= 2 && line_start[0] == '%' &&
-                                       (line_start[1] == '%' || line_start[1] == 'A'));
-    if (comment || marks.nul ||
-        (length >= 2 && (line_start[0] == 'T' || (length >= 4 && line_start[2] == 'T')))) {
-      doc.note_line(handed_over + pending_count, line_start, cr, marks);
-    }
-    marks = LineMarks();
-    pending[pending_count++] = static_cast<size_t>(line_start - doc.text.data());
-    line_start = cr + 1;
-    if (line_start < text_end && *line_start == '\n') {
-      ++line_start;
-      doc.crlf_seen = true;
-    }
-    if (pending_count == kPending) hand_over();
-  }
-  // Past the most lines a document may have, a quick cut stops and a careful one fails.
-  void hand_over() {
-    handed_over += pending_count;
-    if (handed_over > kMaxLines) {
-      if (!quick) fail("overflow doc\n");
-      stopped = true;
-      return;
-    }
-    doc.starts.push(pending, static_cast<size_t>(pending_count));
-    pending_count = 0;
-  }
-};
-
-#if defined(__SSE2__)
-namespace {
-
-// Bit i is set where block[i] is one of the bytes; 64 bytes at a time, so that each loop
-// turn usually finds a line end or two.
-struct Marks64 {
-  uint64_t crs;
-  uint64_t others;  // '%' and NUL
-};
-
-Marks64 marks64(const char* block) {
-  const __m128i cr = _mm_set1_epi8('\r');
-  const __m128i percent = _mm_set1_epi8('%');
-  const __m128i nul = _mm_setzero_si128();
-  __m128i bytes[4];
-  for (int i = 0; i < 4; ++i) {
-    bytes[i] = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block + 16 * i));
-  }
-  auto mask = [&bytes](auto match, int i) {
-    return static_cast<uint64_t>(static_cast<uint16_t>(_mm_movemask_epi8(match(bytes[i]))))
-           << (16 * i);
-  };
-  auto crs = [cr](__m128i b) { return _mm_cmpeq_epi8(b, cr); };
-  auto others = [percent, nul](__m128i b) {
-    return _mm_or_si128(_mm_cmpeq_epi8(b, percent), _mm_cmpeq_epi8(b, nul));
-  };
-  Marks64 marks{0, 0};
-  for (int i = 0; i < 4; ++i) marks.crs |= mask(crs, i);
-  // '%' and NUL are rare: one test tells whether the block holds any.
-  const __m128i any = _mm_or_si128(_mm_or_si128(others(bytes[0]), others(bytes[1])),
-                                   _mm_or_si128(others(bytes[2]), others(bytes[3])));
-  if (_mm_movemask_epi8(any) == 0) return marks;
-  for (int i = 0; i < 4; ++i) marks.others |= mask(others, i);
-  return marks;
-}
-
-}  // namespace
-#endif
-
-// Returns where the text after the last CR begins, or nullptr when a quick cut stops. Most
-// bytes are no CR, '%' or NUL, so where the CPU compares 16 bytes at once, only the bytes
-// that matter are visited.
-const char* AI_DOCUMENT::cut_lines(const char* p, const char* end, bool quick) {
-  LineCutter cutter(*this, p, quick);
-#if defined(__SSE2__)
-  for (; end - p >= 64 && !cutter.stopped; p += 64) {
-    const Marks64 marks = marks64(p);
-    if (marks.others == 0) {
-      for (uint64_t bits = marks.crs; bits; bits &= bits - 1) {
-        cutter.end_line(p + __builtin_ctzll(bits));
-      }
-      continue;
-    }
-    for (uint64_t bits = marks.crs | marks.others; bits; bits &= bits - 1) {
-      cutter.mark(p + __builtin_ctzll(bits));
-    }
-  }
-#endif
-  for (; p < end && !cutter.stopped; ++p) cutter.mark(p);
-  if (!cutter.stopped) cutter.hand_over();
-  return cutter.stopped ? nullptr : cutter.line_start;
-}
-
-// A line that may be a comment line, holds a NUL, or may begin or end a text object; end is
-// where its CR
-// stands, or the end of the text.
-void AI_DOCUMENT::note_line(int index, const char* start, const char* end, LineMarks marks) {
-  const std::string_view bytes_read(start, static_cast<size_t>(end - start));
-  const std::string_view line_text =
-      marks.nul ? bytes_read.substr(0, bytes_read.find('\0')) : bytes_read;
-  auto at = [&line_text](size_t i) { return i < line_text.size() ? line_text[i] : '\0'; };
-  if (marks.nul) nul_lines.push_back(index);
-  if (marks.ai5 || (at(0) == '%' && (at(1) == '%' || at(1) == 'A'))) {
-    comment_lines.push_back({index, {at(0), at(1), at(2), at(3)}, marks.ai5});
-  }
-  if (at(0) && at(1) && at(2) == 'T' && at(3) == 'o') text_lines.push_back(index);
-  if (at(0) == 'T' && at(1) == 'O') text_end_lines.push_back(index);
-}
-
-namespace {
-
-int first_in(const std::vector<int>& lines, int from, int to) {
-  auto it = std::lower_bound(lines.begin(), lines.end(), from);
-  return it != lines.end() && *it <= to ? *it : -1;
-}
-
-}  // namespace
-
-int AI_DOCUMENT::find_text_line(int from, int to) const {
-  return first_in(text_lines, from, to);
-}
-
-int AI_DOCUMENT::find_text_end_line(int from, int to) const {
-  return first_in(text_end_lines, from, to);
-}
-
-std::string_view AI_DOCUMENT::line(int index) const {
-  const char* next = line_start(index + 1);
-  // The next line starts after this one's CR and the LF that may follow it.
-  const char* end = no_line_end ? next : next - (next[-1] == '\n' ? 2 : 1);
-  const char* start = line_start(index);
-  const std::string_view bytes_read(start, static_cast<size_t>(end - start));
-  if (no_line_end || std::binary_search(nul_lines.begin(), nul_lines.end(), index)) {
-    return bytes_read.substr(0, bytes_read.find('\0'));
-  }
-  return bytes_read;
-}
-
-// The lines from first on, before last_end, that end in a CR alone and hold no NUL: their
-// bytes in the template, CRs included, are what printing writes.
-int AI_DOCUMENT::printed_as_read_until(int first, int last_end,
-                                       std::vector<int>::const_iterator next_nul_line) const {
-  if (no_line_end) return first;
-  int end = next_nul_line != nul_lines.end() ? std::min(*next_nul_line, last_end) : last_end;
-  if (!crlf_seen) return end;
-  for (int i = first; i < end; ++i) {
-    if (line_start(i + 1)[-1] != '\r') return i;
-  }
-  return end;
-}
-
-// A run of lines printed as read is written straight from the template's bytes, which stay
-// as they are while the document lives.
-void AI_DOCUMENT::print_lines(int first, int last, Output& out) const {
-  auto nul = std::lower_bound(nul_lines.begin(), nul_lines.end(), first);
-  for (int i = first; i <= last;) {
-    const int end = printed_as_read_until(i, last + 1, nul);
-    if (end > i) {
-      const char* from = line_start(i);
-      out.write_kept(std::string_view(from, static_cast<size_t>(line_start(end) - from)));
-      i = end;
-      continue;
-    }
-    out.line(line(i));
-    if (nul != nul_lines.end() && *nul == i) ++nul;
-    ++i;
-  }
 }
 
 void AI_DOCUMENT::analyze_doc() {

@@ -1,52 +1,23 @@
 // The template in memory: the PostScript text from "%!PS-Adobe" to the last "%%EOF", with
 // embedded documents cut out, cut into lines at carriage returns. The bytes are never
 // changed: lines are views into them. Every other part of the model refers to the text by
-// line index.
+// line index, through the document.
 #pragma once
 
-#include <algorithm>
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "document/sections.h"
 #include "support/file_io.h"
+#include "support/lines.h"
 
 class Output;
 class TAB_TEXT;
 
-// A pointer to the first place in text[0, length) where pattern stands, searching forward
-// (direction 0) or backward (1); nullptr when there is none or the direction is neither.
-const char* strpos(const char* text, long long length, const char* pattern, int direction);
-
-// Where each line of a text starts, 4 bytes a line: offsets from the text's beginning, with
-// the lines from which on another 4 GiB is to be added kept aside (none below 4 GiB).
-class LineStarts {
- public:
-  void reset(size_t expected_lines);
-  // count offsets, ascending and not below the last one pushed.
-  void push(const size_t* offsets, size_t count);
-  size_t operator[](size_t index) const {
-    size_t high = 0;
-    if (!steps.empty()) {
-      high =
-          static_cast<size_t>(std::upper_bound(steps.begin(), steps.end(), index) - steps.begin());
-    }
-    return (high << 32) + low[index];
-  }
-  size_t size() const { return low.size(); }
-  bool empty() const { return low.empty(); }
-
- private:
-  std::vector<uint32_t> low;
-  std::vector<size_t> steps;  // ascending line indexes, one for each 4 GiB
-};
-
 class AI_DOCUMENT {
  public:
-  static constexpr int kMaxLines = 1048576;
+  static constexpr int kMaxLines = LINE_INDEX::kMaxLines;
 
   // Reads the template file whole ("ai file open error\n" and the like on failure).
   static FileBytes read_file(const char* file_name);
@@ -69,98 +40,32 @@ class AI_DOCUMENT {
   // Adds to the run's report every placeholder that no table argument reached.
   void report_unreplaced() const { script->report_unreplaced(); }
 
-  int line_count() const { return static_cast<int>(starts.size()) - 1; }
-  // A line without its line end, up to its first NUL byte if it holds one.
-  std::string_view line(int index) const;
-  // The template's bytes from the start of line first to the end of line last, line ends
-  // (and any bytes after a NUL) included.
+  int line_count() const { return lines.line_count(); }
+  std::string_view line(int index) const { return lines.line(index); }
   std::string_view bytes_of_lines(int first, int last) const {
-    const char* from = line_start(first);
-    return {from, static_cast<size_t>(line_start(last + 1) - from)};
+    return lines.bytes_of_lines(first, last);
   }
-  // Writes lines first to last, each followed by a carriage return.
-  void print_lines(int first, int last, Output& out) const;
-  // The first comment line in [from, to] that begins with head (two to four characters,
-  // beginning with "%%" or "%A") and whose text passes test; -1 when there is none. Comment
-  // lines are those that begin with "%%" or "%A", or hold "%AI5_": structure comments and
-  // placed-art markers. Most lines of a large document are none, so searches for them look
-  // at these lines only, and at their text only when it can match.
+  void print_lines(int first, int last, Output& out) const { lines.print_lines(first, last, out); }
   template <typename Test>
   int find_comment_line(int from, int to, std::string_view head, Test test) const {
-    return first_comment_line(from, to, [&](const CommentLine& comment_line) {
-      return comment_line.begins_with(head) && test(line(comment_line.index));
-    });
+    return lines.find_comment_line(from, to, head, test);
   }
-  // The first line in [from, to] that holds "%AI5_", the start of every placed-art marker,
-  // and whose text passes test; -1 when there is none.
   template <typename Test>
   int find_ai5_line(int from, int to, Test test) const {
-    return first_comment_line(from, to, [&](const CommentLine& comment_line) {
-      return comment_line.holds_ai5 && test(line(comment_line.index));
-    });
+    return lines.find_ai5_line(from, to, test);
   }
-  // The first line in [from, to] whose third and fourth characters are "To", where text
-  // objects begin; -1 when there is none.
-  int find_text_line(int from, int to) const;
-  // The first line in [from, to] that begins with "TO", where text objects end; -1 when
-  // there is none.
-  int find_text_end_line(int from, int to) const;
+  int find_text_line(int from, int to) const { return lines.find_text_line(from, to); }
+  int find_text_end_line(int from, int to) const { return lines.find_text_end_line(from, to); }
 
   const AI_SCRIPT* get_script() const { return script.get(); }
   const AI_PROLOG* get_prolog() const { return prolog.get(); }
 
  private:
   void eliminate_BeginEndDocument();
-  void clear_lines();
-  bool cut_text(bool quick);
-  struct LineCutter;
-  const char* cut_lines(const char* start, const char* end, bool quick);
-  struct LineMarks {
-    bool ai5 = false;  // "%AI5_"
-    bool nul = false;
-  };
-  void push_start(const char* start);
-  void note_line(int index, const char* start, const char* end, LineMarks marks);
-  int printed_as_read_until(int first, int last_end,
-                            std::vector<int>::const_iterator next_nul_line) const;
 
   FileBytes bytes;
   std::string_view text;  // the bytes, with any embedded documents cut out
-  // Where each line starts, then where the line after the last would start: a line's length
-  // follows from the next start (after the CR or CR LF), so 1,048,576 lines cost 4 MB.
-  LineStarts starts;
-  const char* line_start(int index) const {
-    return text.data() + starts[static_cast<size_t>(index)];
-  }
-  // Set when the text holds no CR: its one line then runs to the end of the text.
-  bool no_line_end = false;
-  bool crlf_seen = false;      // some line ends in CR LF
-  std::vector<int> nul_lines;  // ascending; rare
-  // A comment line, with its first four characters ('\0' past its end).
-  struct CommentLine {
-    int index;
-    char head[4];
-    bool holds_ai5;
-    bool begins_with(std::string_view text_head) const {
-      for (size_t i = 0; i < text_head.size(); ++i) {
-        if (text_head[i] != head[i]) return false;
-      }
-      return true;
-    }
-  };
-  std::vector<CommentLine> comment_lines;  // ascending
-  template <typename Keep>
-  int first_comment_line(int from, int to, Keep keep) const {
-    auto it = std::lower_bound(
-        comment_lines.begin(), comment_lines.end(), from,
-        [](const CommentLine& comment_line, int index) { return comment_line.index < index; });
-    for (; it != comment_lines.end() && it->index <= to; ++it) {
-      if (keep(*it)) return it->index;
-    }
-    return -1;
-  }
-  std::vector<int> text_lines;      // ascending
-  std::vector<int> text_end_lines;  // ascending
+  LINE_INDEX lines;
   std::unique_ptr<AI_PROLOG> prolog;
   std::unique_ptr<AI_SCRIPT> script;
 };

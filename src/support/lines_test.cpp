@@ -1,0 +1,158 @@
+#include "support/lines.h"
+
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "support/file_io.h"
+#include "support/output.h"
+#include "support/test_temp_dir.h"
+
+namespace {
+
+LINE_INDEX cut(const std::string& bytes) {
+  LINE_INDEX index;
+  index.cut_at_crs(bytes, false);
+  return index;
+}
+
+}  // namespace
+
+TEST(StrposTest, SearchesBothWays) {
+  const char text[] = "ab%%EOFcd%%EOF";
+  EXPECT_EQ(text + 2, strpos(text, 14, "%%EOF", 0));
+  EXPECT_EQ(text + 9, strpos(text, 14, "%%EOF", 1));
+  EXPECT_EQ(nullptr, strpos(text, 14, "%%EOF", 2));
+  EXPECT_EQ(nullptr, strpos(text, 3, "%%EOF", 1));
+  EXPECT_EQ(nullptr, strpos(text, 14, "zz", 0));
+}
+
+// Offsets past 4 GiB, as in a template that large: in batches, one at a time, and with a line
+// longer than 4 GiB.
+TEST(LineStartsTest, OffsetsPastFourGiB) {
+  const size_t gib4 = size_t{1} << 32;
+  const std::vector<size_t> offsets = {0,        10,           gib4 - 1,     gib4,        gib4 + 5,
+                                       3 * gib4, 3 * gib4 + 1, 7 * gib4 + 2, 7 * gib4 + 3};
+  LineStarts batch;
+  batch.reset(2);
+  batch.push(offsets.data(), 2);
+  batch.push(offsets.data() + 2, offsets.size() - 2);
+  LineStarts single;
+  single.reset(0);
+  for (size_t offset : offsets) single.push(&offset, 1);
+  ASSERT_EQ(offsets.size(), batch.size());
+  for (size_t i = 0; i < offsets.size(); ++i) {
+    EXPECT_EQ(offsets[i], batch[i]) << i;
+    EXPECT_EQ(offsets[i], single[i]) << i;
+  }
+}
+
+namespace {
+
+// Lines as the byte-by-byte definition gives them: from "%!PS-Adobe" through the CR after
+// the last "%%EOF", cut at CRs (a LF right after a CR belongs to the line end).
+struct ReferenceLine {
+  std::string bytes;  // up to the CR
+  std::string text() const { return bytes.substr(0, bytes.find('\0')); }
+};
+
+std::vector<ReferenceLine> reference_lines(const std::string& bytes) {
+  const size_t start = bytes.find("%!PS-Adobe");
+  const size_t limit = std::min(bytes.rfind("%%EOF") + 6, bytes.size());
+  std::vector<ReferenceLine> lines;
+  size_t line_start = start;
+  for (size_t i = start; i < limit; ++i) {
+    if (bytes[i] != '\r') continue;
+    lines.push_back({bytes.substr(line_start, i - line_start)});
+    line_start = i + 1 < bytes.size() && bytes[i + 1] == '\n' ? i + 2 : i + 1;
+  }
+  if (lines.empty()) lines.push_back({bytes.substr(start)});
+  return lines;
+}
+
+// Random documents from pieces that matter to the cut: line ends, '%', NUL, the starts of
+// text objects and placed-art markers, and long runs that cross 64-byte blocks.
+std::string random_document(std::mt19937& random) {
+  static const std::vector<std::string> pieces = {"a",
+                                                  " ",
+                                                  "%",
+                                                  "\r",
+                                                  "\r\n",
+                                                  "\n",
+                                                  std::string(1, '\0'),
+                                                  "0 To",
+                                                  "TO",
+                                                  "T",
+                                                  "%%EOF",
+                                                  "%AI5_BeginPlace",
+                                                  "%AI5_",
+                                                  "%%End",
+                                                  std::string(70, 'x'),
+                                                  std::string(130, '%')};
+  std::string body = "%!PS-Adobe";
+  const int count = static_cast<int>(random() % 300);
+  for (int i = 0; i < count; ++i) body += pieces[random() % pieces.size()];
+  return body + "%%EOF\r" + (random() % 2 ? "tail\r" : "");
+}
+
+std::string printed(const LINE_INDEX& doc) {
+  Output out;
+  doc.print_lines(0, doc.line_count() - 1, out);
+  return out.text();
+}
+
+}  // namespace
+
+TEST(LinesTest, CutMatchesTheByteByByteDefinition) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 2000; ++round) {
+    const std::string bytes = random_document(random);
+    const std::vector<ReferenceLine> expected = reference_lines(bytes);
+    const LINE_INDEX doc = cut(bytes);
+    ASSERT_EQ(static_cast<int>(expected.size()), doc.line_count()) << round;
+    std::string expected_print;
+    for (int i = 0; i < doc.line_count(); ++i) {
+      const ReferenceLine& line = expected[static_cast<size_t>(i)];
+      const std::string text = line.text();
+      ASSERT_EQ(text, doc.line(i)) << round << " line " << i;
+      expected_print += text + "\r";
+      const bool holds_ai5 = line.bytes.find("%AI5_") != std::string::npos;
+      const bool comment =
+          holds_ai5 || text.compare(0, 2, "%%") == 0 || text.compare(0, 2, "%A") == 0;
+      const bool begins_text =
+          text.size() >= 4 && text[0] && text[1] && text.compare(2, 2, "To") == 0;
+      const bool ends_text = text.compare(0, 2, "TO") == 0;
+      auto any = [](std::string_view) { return true; };
+      EXPECT_EQ(comment ? i : -1, doc.find_comment_line(i, i, "", any)) << round;
+      EXPECT_EQ(holds_ai5 ? i : -1, doc.find_ai5_line(i, i, any)) << round;
+      EXPECT_EQ(begins_text ? i : -1, doc.find_text_line(i, i)) << round;
+      EXPECT_EQ(ends_text ? i : -1, doc.find_text_end_line(i, i)) << round;
+      if (comment && text.size() >= 2) {
+        EXPECT_EQ(i, doc.find_comment_line(i, i, text.substr(0, 4), any)) << round;
+      }
+    }
+    ASSERT_EQ(expected_print, printed(doc)) << round;
+  }
+}
+
+// A template's own lines go out by reference through a descriptor: the same bytes as in memory.
+TEST(LinesTest, PrintingThroughADescriptorWritesTheSameBytes) {
+  TEST_TEMP_DIR dir;
+  std::string bytes = "%!PS-Adobe\r";
+  for (int i = 0; i < 3000; ++i) {
+    bytes += std::string(static_cast<size_t>(i % 97), 'a') + (i % 7 == 0 ? "\r\n" : "\r");
+    if (i % 500 == 0) bytes += std::string("nul\0after\r", 10);
+  }
+  bytes += "%%EOF\r";
+  const LINE_INDEX doc = cut(bytes);
+  const std::string path = dir.path() + "/out";
+  FILE* file = std::fopen(path.c_str(), "wb");
+  ASSERT_NE(nullptr, file);
+  Output out(fileno(file));
+  doc.print_lines(0, doc.line_count() - 1, out);
+  out.flush();
+  std::fclose(file);
+  const std::string written = read_whole_file(path.c_str(), "open failed\n", "read failed\n");
+  EXPECT_EQ(printed(doc), written);
+}
