@@ -15,7 +15,6 @@
 #include "support/numbers.h"
 #include "support/output.h"
 #include "support/patterns.h"
-#include "support/regex.h"
 #include "support/report.h"
 #include "support/stack.h"
 #include "support/strings.h"
@@ -71,19 +70,6 @@ POINT refpt_offset(const POINT frame[4], const EXTENT& f, const POINT art[4], co
   if (refpt == "upperleft") return {f.min_x - e.min_x, f.max_y - e.max_y};
   return {(frame[2].x + frame[0].x) / 2 - (art[2].x + art[0].x) / 2,
           (frame[2].y + frame[0].y) / 2 - (art[2].y + art[0].y) / 2};
-}
-
-// The first placeholder of the identifier (of any identifier when id is null) in name.
-std::optional<std::string> find_placeholder(const char* id, const std::string& name) {
-  AI_REGEX_PATTERN pattern;
-  MY_REGEX regex;
-  if (!regex.compile(id ? pattern.create_pattern(id, nullptr) : pattern.create_pattern(nullptr))) {
-    fail("%sAI_PLACED_ART_REPLACE::regex compile error\n", regex.error_text().c_str());
-  }
-  regex.init_offset(name.c_str());
-  std::string match;
-  if (!regex.match_next(match)) return std::nullopt;
-  return match;
 }
 
 // The file string's base name less its closing parenthesis.
@@ -156,25 +142,16 @@ void AI_PLACED_ART_REPLACE::print(Output& out) const {
   out.printf("%s%s", "%AI5_EndPlace", "\r");
 }
 
-// The first two digit runs; with only one, the column is the row.
-void AI_PLACED_ART_REPLACE::rowcol(const char* name, int* row, int* col) {
-  size_t at = 0;
-  const std::string first(MY_STRING::next_digits(name, &at));
-  const std::string second(MY_STRING::next_digits(name, &at));
-  *row = to_int(first.c_str());
-  *col = second.empty() ? *row : to_int(second.c_str());
-}
-
 // The file string's base name, less its closing parenthesis, is what the placeholder is
 // looked for in; an empty file string has none.
 void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table) {
   const std::string name = base_name_of(bquote.file_string);
-  const std::optional<std::string> placeholder = find_placeholder(id, name);
+  const std::optional<std::string> placeholder = find_name_placeholder(id, name);
   if (!placeholder) return;
   reached = true;
   int row = 0;
   int col = 0;
-  rowcol(name.c_str(), &row, &col);
+  name_rowcol(name.c_str(), &row, &col);
   const char* cell =
       table.get_field(static_cast<long long>(row) - 1, static_cast<long long>(col) - 1);
   REPORT& report = run_report();
@@ -192,11 +169,11 @@ void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table) 
 void AI_PLACED_ART_REPLACE::report_unreplaced() const {
   if (reached) return;
   const std::string name = base_name_of(bquote.file_string);
-  const std::optional<std::string> placeholder = find_placeholder(nullptr, name);
+  const std::optional<std::string> placeholder = find_name_placeholder(nullptr, name);
   if (!placeholder) return;
   int row = 0;
   int col = 0;
-  rowcol(name.c_str(), &row, &col);
+  name_rowcol(name.c_str(), &row, &col);
   run_report().add("placed art", *placeholder, row, col, "kept: no table for its identifier");
 }
 

@@ -31,8 +31,6 @@ class AI_PLACED_ART_REPLACE {
   // Reports the placeholder of the file name when no table argument reached it.
   void report_unreplaced() const;
 
-  // The first two runs of digits in name; the column repeats the row when there is one run.
-  static void rowcol(const char* name, int* row, int* col);
   static double getMinimum(double v1, double v2, double v3, double v4);
   static double getMaximum(double v1, double v2, double v3, double v4);
 

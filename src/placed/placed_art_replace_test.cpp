@@ -1,7 +1,6 @@
 #include "placed/placed_art_replace.h"
 
 #include <gtest/gtest.h>
-#include <climits>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -279,27 +278,6 @@ TEST_F(PlacedArtReplaceTest, IdentifierThatIsNoExpression) {
   } catch (const Error& error) {
     EXPECT_STREQ("regcomp() error:Unmatched ( or \\(\nAI_PLACED_ART_REPLACE::regex compile error\n",
                  error.what());
-  }
-}
-
-TEST(PlacedArtRowColTest, FirstTwoRunsOfDigits) {
-  struct CASE {
-    const char* name;
-    int row;
-    int col;
-  };
-  const CASE cases[] = {
-      {"(v2_TX-3-4.eps", 2, 3},
-      {"(TX-12-345.eps", 12, 345},
-      {"TX-7", 7, 7},
-      {"TX-99999999999-0042", INT_MAX, 42},
-  };
-  for (const CASE& c : cases) {
-    int row = -1;
-    int col = -1;
-    AI_PLACED_ART_REPLACE::rowcol(c.name, &row, &col);
-    EXPECT_EQ(c.row, row) << c.name;
-    EXPECT_EQ(c.col, col) << c.name;
   }
 }
 

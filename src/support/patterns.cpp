@@ -1,5 +1,12 @@
 #include "support/patterns.h"
 
+#include <map>
+
+#include "driver/diagnostics.h"
+#include "support/numbers.h"
+#include "support/regex.h"
+#include "support/strings.h"
+
 namespace {
 
 // Every character of the identifier may be followed by one separator.
@@ -71,4 +78,113 @@ const char* AI_REGEX_PATTERN2::create_pattern(const char* sep) {
         sep, sep);
   }
   return pattern.c_str();
+}
+
+const char* placeholder_pattern(const char* id, bool with_font) {
+  static std::map<std::string, std::string, std::less<>> built;
+  const std::string key = (with_font ? "2" : "1") + (id ? "=" + std::string(id) : "");
+  auto found = built.find(key);
+  if (found != built.end()) return found->second.c_str();
+  AI_REGEX_PATTERN plain;
+  AI_REGEX_PATTERN2 font;
+  const char* pattern;
+  if (with_font) {
+    pattern = id ? font.create_pattern(id, "\t") : font.create_pattern("\t");
+  } else {
+    pattern = id ? plain.create_pattern(id, "\t") : plain.create_pattern("\t");
+  }
+  return built.emplace(key, pattern).first->second.c_str();
+}
+
+bool holds_plain_placeholder(std::string_view text) {
+  auto digit = [&text](size_t i) { return i < text.size() && text[i] >= '0' && text[i] <= '9'; };
+  for (size_t dash = text.find('-'); dash != std::string_view::npos;
+       dash = text.find('-', dash + 1)) {
+    if (dash == 0 || text[dash - 1] < 'A' || text[dash - 1] > 'Z' || !digit(dash + 1)) continue;
+    size_t p = dash + 1;
+    while (digit(p)) ++p;
+    if (p < text.size() && text[p] == '-' && digit(p + 1)) return true;
+  }
+  return false;
+}
+
+bool may_end_placeholder(std::string_view bytes) {
+  for (size_t p = bytes.find('-'); p != std::string_view::npos; p = bytes.find('-', p + 1)) {
+    if (p + 2 >= bytes.size()) return true;
+    const char next = bytes[p + 1];
+    const char after = bytes[p + 2];
+    if ((next >= '0' && next <= '9') || next == ')' || after == ' ' || after == '\r' ||
+        after == '\0') {
+      return true;
+    }
+  }
+  return false;
+}
+
+std::string without_tabs(const std::string& match) {
+  return MY_STRING::replace(match, "\t", "");
+}
+
+namespace {
+
+long long number(const std::string& digits) {
+  return to_int(digits.c_str());
+}
+
+}  // namespace
+
+void rowcol(const std::string& match, long long* row, long long* col) {
+  const std::string text = without_tabs(match);
+  size_t at = 0;
+  const std::string first(MY_STRING::next_digits(text, &at));
+  const std::string second(MY_STRING::next_digits(text, &at));
+  *row = number(first);
+  *col = second.empty() ? *row : number(second);
+}
+
+void rowcol_font(const std::string& match, long long* row, long long* col, std::string* font) {
+  static const char* const kLabel = "rowcol_font( char*, int*, int*, char* )";
+  const std::string text = without_tabs(match);
+  const size_t first = text.find('-');
+  const size_t second = first == std::string::npos ? first : text.find('-', first + 1);
+  if (second == std::string::npos) aborterr("AI_POINT_TEXT", kLabel, "placeholder without row");
+  *row = number(text.substr(first + 1, second - first - 1));
+  const size_t third = text.find('-', second + 1);
+  const size_t column_end = third != std::string::npos ? third : text.find('_', second + 1);
+  if (column_end == std::string::npos) aborterr("AI_POINT_TEXT", kLabel, "placeholder without _");
+  *col = number(text.substr(second + 1, column_end - second - 1));
+  font->clear();
+  if (third == std::string::npos) return;
+  const size_t close = text.find('_', third + 1);
+  if (close == std::string::npos) aborterr("AI_POINT_TEXT", kLabel, "placeholder without _");
+  font->assign(text, third + 1, close - third - 1);
+}
+
+void placeholder_cell(const std::string& match, bool with_font, long long* row, long long* col) {
+  if (with_font) {
+    std::string font;
+    rowcol_font(match, row, col, &font);
+  } else {
+    rowcol(match, row, col);
+  }
+}
+
+std::optional<std::string> find_name_placeholder(const char* id, const std::string& name) {
+  AI_REGEX_PATTERN pattern;
+  MY_REGEX regex;
+  if (!regex.compile(id ? pattern.create_pattern(id, nullptr) : pattern.create_pattern(nullptr))) {
+    fail("%sAI_PLACED_ART_REPLACE::regex compile error\n", regex.error_text().c_str());
+  }
+  regex.init_offset(name.c_str());
+  std::string match;
+  if (!regex.match_next(match)) return std::nullopt;
+  return match;
+}
+
+void name_rowcol(const char* name, int* row, int* col) {
+  size_t at = 0;
+  const std::string first(MY_STRING::next_digits(name, &at));
+  const std::string second(MY_STRING::next_digits(name, &at));
+  *row = to_int(first.c_str());
+  *col = second.empty() ? *row : to_int(second.c_str());
 }

@@ -2,9 +2,13 @@
 // syntax chosen by "-rx=new" adds an optional font part ("-" and a font name) and always a
 // closing "_" (TX-2-3-Helvetica_). With a separator (a tab), the patterns accept one
 // separator after every character of a placeholder, where a text run may end inside it.
+// Also here: the quick checks that spare most texts the regular expressions, and reading
+// the row, column and font that a matched placeholder names.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 class AI_REGEX_PATTERN {
  public:
@@ -25,3 +29,35 @@ class AI_REGEX_PATTERN2 {
  private:
   std::string pattern;
 };
+
+// The pattern for one identifier (any identifier when id is null) with tabs between runs,
+// of the syntax with a font when with_font is set. Every object of every layer asks for it,
+// so each is built once.
+const char* placeholder_pattern(const char* id, bool with_font);
+
+// Whether text holds a placeholder "LETTERS-DIGITS-DIGITS" of any identifier: a match of
+// "[A-Z]+-[0-9]+-[0-9]+", found without a regular expression since every text object asks.
+bool holds_plain_placeholder(std::string_view text);
+
+// Whether the template's bytes of some lines may hold the second '-' of a placeholder
+// "LETTERS-DIGITS-DIGITS" as part of a run's string: in the string a digit follows it, or
+// the string ends right after it, one character (a ")" or the word's last) before a space or
+// the line's end (a CR, or a NUL, where a line's text ends).
+bool may_end_placeholder(std::string_view bytes);
+
+// A match without its run separators: the placeholder as the user wrote it.
+std::string without_tabs(const std::string& match);
+
+// Row and column of a plain placeholder: the first two runs of digits, tabs ignored.
+void rowcol(const std::string& match, long long* row, long long* col);
+// Row, column and font name of a placeholder of the syntax with a closing "_".
+void rowcol_font(const std::string& match, long long* row, long long* col, std::string* font);
+// The row and column that a placeholder of the given syntax names.
+void placeholder_cell(const std::string& match, bool with_font, long long* row, long long* col);
+
+// The first plain placeholder of the identifier (of any identifier when id is null) in a
+// placed file's name; no separators.
+std::optional<std::string> find_name_placeholder(const char* id, const std::string& name);
+// The first two runs of digits in a placed file's name; the column repeats the row when
+// there is only one.
+void name_rowcol(const char* name, int* row, int* col);

@@ -3,6 +3,7 @@
 
 #include "driver/diagnostics.h"
 #include "support/escapes.h"
+#include "support/patterns.h"
 #include "support/regex.h"
 #include "support/report.h"
 #include "support/strings.h"

@@ -30,47 +30,11 @@ constexpr size_t kExpansionFactor = 16;
 // The bytes that the run's walks may still produce.
 size_t expansion_pool = kExpansionBytes;
 
-std::string without_tabs(const std::string& text) {
-  return MY_STRING::replace(text, "\t", "");
-}
-
 [[noreturn]] void endless_expansion(const std::string& match) {
   fail("endless expansion of placeholder %s\n", without_tabs(match).c_str());
 }
 
-long long number(const std::string& digits) {
-  return to_int(digits.c_str());
-}
-
-// The pattern of the run's syntax for one identifier (any identifier when id is null), with
-// tabs between runs. Every object of every layer asks for it, so each is built once.
-const char* placeholder_pattern(const char* id) {
-  static std::map<std::string, std::string, std::less<>> built;
-  const std::string key = (option_rx == 1 ? "2" : "1") + (id ? "=" + std::string(id) : "");
-  auto found = built.find(key);
-  if (found != built.end()) return found->second.c_str();
-  AI_REGEX_PATTERN plain;
-  AI_REGEX_PATTERN2 with_font;
-  const char* pattern;
-  if (option_rx == 1) {
-    pattern = id ? with_font.create_pattern(id, "\t") : with_font.create_pattern("\t");
-  } else {
-    pattern = id ? plain.create_pattern(id, "\t") : plain.create_pattern("\t");
-  }
-  return built.emplace(key, pattern).first->second.c_str();
-}
-
 }  // namespace
-
-// The row and column that a placeholder of the run's syntax names.
-static void placeholder_cell(const std::string& match, long long* row, long long* col) {
-  if (option_rx == 1) {
-    std::string font;
-    rowcol_font(match, row, col, &font);
-  } else {
-    rowcol(match, row, col);
-  }
-}
 
 void reset_expansion_pool(size_t input_bytes) {
   expansion_pool = kExpansionBytes + kExpansionFactor * input_bytes;
@@ -78,33 +42,6 @@ void reset_expansion_pool(size_t input_bytes) {
 
 void add_to_expansion_pool(size_t input_bytes) {
   expansion_pool += kExpansionFactor * input_bytes;
-}
-
-void rowcol(const std::string& match, long long* row, long long* col) {
-  const std::string text = without_tabs(match);
-  size_t at = 0;
-  const std::string first(MY_STRING::next_digits(text, &at));
-  const std::string second(MY_STRING::next_digits(text, &at));
-  *row = number(first);
-  *col = second.empty() ? *row : number(second);
-}
-
-void rowcol_font(const std::string& match, long long* row, long long* col, std::string* font) {
-  static const char* const kLabel = "rowcol_font( char*, int*, int*, char* )";
-  const std::string text = without_tabs(match);
-  const size_t first = text.find('-');
-  const size_t second = first == std::string::npos ? first : text.find('-', first + 1);
-  if (second == std::string::npos) aborterr("AI_POINT_TEXT", kLabel, "placeholder without row");
-  *row = number(text.substr(first + 1, second - first - 1));
-  const size_t third = text.find('-', second + 1);
-  const size_t column_end = third != std::string::npos ? third : text.find('_', second + 1);
-  if (column_end == std::string::npos) aborterr("AI_POINT_TEXT", kLabel, "placeholder without _");
-  *col = number(text.substr(second + 1, column_end - second - 1));
-  font->clear();
-  if (third == std::string::npos) return;
-  const size_t close = text.find('_', third + 1);
-  if (close == std::string::npos) aborterr("AI_POINT_TEXT", kLabel, "placeholder without _");
-  font->assign(text, third + 1, close - third - 1);
 }
 
 // Tp TP Ar Ap k K g G Tf Tr TV Tv Ta Tx TX Tt Tz Tl Tk TK Ts Xu Tq: every word of a point
@@ -187,7 +124,7 @@ void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab) {
   if (notes) notes->fonts_set.clear();
   if (!may_hold_placeholder(id)) return;
   std::optional<std::string> text = TxTXstring("\t");
-  const char* pattern = placeholder_pattern(id);
+  const char* pattern = placeholder_pattern(id, option_rx == 1);
   if (option_rx == 1) font_replace(pattern);
   // A text that no cell reached keeps its runs as they are.
   if (text && setup_tabtxt_replace(*text, pattern, tab)) setup_tabtxt_split(*text);
@@ -212,7 +149,7 @@ bool AI_POINT_TEXT::setup_tabtxt_replace(std::string& text, const char* pattern,
     if (++matches > kMaxMatches) endless_expansion(match);
     long long row = 0;
     long long col = 0;
-    placeholder_cell(match, &row, &col);
+    placeholder_cell(match, option_rx == 1, &row, &col);
     const char* cell = tab.get_field(row - 1, col - 1);
     const bool no_cell = !cell || !*cell;
     if (no_cell && option_rm != 1) {
@@ -252,7 +189,7 @@ void AI_POINT_TEXT::report_unreplaced() const {
   std::optional<std::string> text = TxTXstring("\t");
   if (!text) return;
   MY_REGEX regex;
-  regex.compile(placeholder_pattern(nullptr));
+  regex.compile(placeholder_pattern(nullptr, option_rx == 1));
   regex.init_offset(text->c_str());
   std::string match;
   while (regex.match_next(match)) {
@@ -260,7 +197,7 @@ void AI_POINT_TEXT::report_unreplaced() const {
     if (notes && notes->reported.count(placeholder)) continue;
     long long row = 0;
     long long col = 0;
-    placeholder_cell(match, &row, &col);
+    placeholder_cell(match, option_rx == 1, &row, &col);
     run_report().add("text", placeholder, row, col, "kept: no table for its identifier");
   }
 }

@@ -17,11 +17,6 @@ class Output;
 class STACK;
 class TAB_TEXT;
 
-// Row and column of a plain placeholder: the first two runs of digits, tabs ignored.
-void rowcol(const std::string& match, long long* row, long long* col);
-// Row, column and font name of a placeholder of the syntax with a closing "_".
-void rowcol_font(const std::string& match, long long* row, long long* col, std::string* font);
-
 // What placeholder replacement may produce in one run, all point texts together: 16 MiB
 // plus 16 times the input. A run starts the pool with its template's size and adds each
 // table's size as it reads the table.

@@ -1,7 +1,6 @@
 #include "text/point_text.h"
 
 #include <gtest/gtest.h>
-#include <climits>
 
 #include "driver/diagnostics.h"
 #include "driver/options.h"
@@ -63,46 +62,6 @@ class PointTextTest : public ::testing::Test {
 };
 
 }  // namespace
-
-TEST(RowColTest, PlainPlaceholders) {
-  long long row = 0;
-  long long col = 0;
-  rowcol("TX-2-3", &row, &col);
-  EXPECT_EQ(2, row);
-  EXPECT_EQ(3, col);
-  rowcol("TX-1\t2-3\t", &row, &col);  // digits split over runs are read whole
-  EXPECT_EQ(12, row);
-  EXPECT_EQ(3, col);
-  rowcol("T2-5-6", &row, &col);  // digits of the identifier come first
-  EXPECT_EQ(2, row);
-  EXPECT_EQ(5, col);
-  rowcol("TX-99999999999999999999-1", &row, &col);  // out of range names no cell
-  EXPECT_EQ(INT_MAX, row);
-}
-
-TEST(RowColTest, PlaceholdersWithFont) {
-  long long row = 0;
-  long long col = 0;
-  std::string font = "unchanged";
-  rowcol_font("TX-2-3_", &row, &col, &font);
-  EXPECT_EQ(2, row);
-  EXPECT_EQ(3, col);
-  EXPECT_EQ("", font);
-  rowcol_font("TX-1\t0-4-Rimba-Bold\t_", &row, &col, &font);
-  EXPECT_EQ(10, row);
-  EXPECT_EQ(4, col);
-  EXPECT_EQ("Rimba-Bold", font);
-  rowcol_font("TX-2-3-_", &row, &col, &font);
-  EXPECT_EQ(3, col);
-  EXPECT_EQ("", font);
-  try {
-    rowcol_font("TX_", &row, &col, &font);
-    FAIL() << "no error";
-  } catch (const Error& error) {
-    EXPECT_STREQ("AI_POINT_TEXT:rowcol_font( char*, int*, int*, char* ):placeholder without row\n",
-                 error.what());
-  }
-}
 
 TEST_F(PointTextTest, PrintsInFixedOrderWithAnEmptyLineWithoutTP) {
   AI_POINT_TEXT text = parse({"800 Ar", "1 Ap", "0 Tv", "(a) Tx"});

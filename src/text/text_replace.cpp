@@ -5,6 +5,7 @@
 
 #include "document/ai_document.h"
 #include "driver/diagnostics.h"
+#include "support/patterns.h"
 #include "support/stack.h"
 #include "support/token.h"
 
@@ -21,31 +22,6 @@ bool holds_placeholder(const AI_POINT_TEXT& point_text) {
 }
 
 }  // namespace
-
-bool holds_plain_placeholder(std::string_view text) {
-  auto digit = [&text](size_t i) { return i < text.size() && text[i] >= '0' && text[i] <= '9'; };
-  for (size_t dash = text.find('-'); dash != std::string_view::npos;
-       dash = text.find('-', dash + 1)) {
-    if (dash == 0 || text[dash - 1] < 'A' || text[dash - 1] > 'Z' || !digit(dash + 1)) continue;
-    size_t p = dash + 1;
-    while (digit(p)) ++p;
-    if (p < text.size() && text[p] == '-' && digit(p + 1)) return true;
-  }
-  return false;
-}
-
-bool may_end_placeholder(std::string_view bytes) {
-  for (size_t p = bytes.find('-'); p != std::string_view::npos; p = bytes.find('-', p + 1)) {
-    if (p + 2 >= bytes.size()) return true;
-    const char next = bytes[p + 1];
-    const char after = bytes[p + 2];
-    if ((next >= '0' && next <= '9') || next == ')' || after == ' ' || after == '\r' ||
-        after == '\0') {
-      return true;
-    }
-  }
-  return false;
-}
 
 bool AI_TEXT_REPLACE::may_hold_placeholder(const AI_DOCUMENT& doc, int first, int last) {
   return first < last && may_end_placeholder(doc.bytes_of_lines(first, last - 1));

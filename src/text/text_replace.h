@@ -27,13 +27,3 @@ class AI_TEXT_REPLACE {
  private:
   AI_POINT_TEXT point_text;
 };
-
-// Whether text holds a placeholder "LETTERS-DIGITS-DIGITS" of any identifier: a match of
-// "[A-Z]+-[0-9]+-[0-9]+", found without a regular expression since every text object asks.
-bool holds_plain_placeholder(std::string_view text);
-
-// Whether the template's bytes of some lines may hold the second '-' of a placeholder
-// "LETTERS-DIGITS-DIGITS" as part of a run's string: in the string a digit follows it, or
-// the string ends right after it, one character (a ")" or the word's last) before a space or
-// the line's end (a CR, or a NUL, where a line's text ends).
-bool may_end_placeholder(std::string_view bytes);

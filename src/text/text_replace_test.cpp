@@ -33,39 +33,6 @@ Verdicts judge(const std::string& bytes) {
 
 }  // namespace
 
-// The hand-made search finds exactly what the regular expression of any identifier finds.
-TEST(TextReplaceTest, PlainPlaceholdersAsTheRegularExpressionFindsThem) {
-  MY_REGEX regex;
-  ASSERT_EQ(1, regex.compile(AI_REGEX_PATTERN().create_pattern(nullptr)));
-  std::mt19937 random(5);
-  const std::vector<std::string> pieces = {"A", "Z", "a", "-", "0", "9", "-1", "AB-1", "\t", " "};
-  int found = 0;
-  for (int round = 0; round < 20000; ++round) {
-    std::string text;
-    const int length = static_cast<int>(random() % 8);
-    for (int i = 0; i < length; ++i) text += pieces[random() % pieces.size()];
-    regex.init_offset(text.c_str());
-    const bool expected = regex.match_yes() == 1;
-    ASSERT_EQ(expected, holds_plain_placeholder(text)) << text;
-    found += expected;
-  }
-  EXPECT_GT(found, 100);
-  EXPECT_TRUE(holds_plain_placeholder("price TX-12-3 net"));
-  EXPECT_FALSE(holds_plain_placeholder("tx-12-3 TX-12- TX--1-2 TX-1-"));
-}
-
-TEST(TextReplaceTest, WhereAPlaceholderMayEnd) {
-  EXPECT_TRUE(may_end_placeholder("(TX-1-2) Tx"));
-  EXPECT_TRUE(may_end_placeholder("(TX-1-) Tx"));    // the next run holds the digits
-  EXPECT_TRUE(may_end_placeholder("xTX-1-y Tx"));    // a word without parentheses
-  EXPECT_TRUE(may_end_placeholder("(TX-1-\\) Tx"));  // a string cut by the line's end
-  EXPECT_TRUE(may_end_placeholder(std::string("(a-b\0", 5)));
-  EXPECT_TRUE(may_end_placeholder("-"));
-  EXPECT_FALSE(may_end_placeholder("/_Helvetica-Bold 12 Tf\r(Price) Tx"));
-  EXPECT_FALSE(may_end_placeholder("(TX-A) Tx\r(a-bc) Tx"));
-  EXPECT_FALSE(may_end_placeholder(""));
-}
-
 // A placeholder split over runs at every place is still found.
 TEST(TextReplaceTest, SplitPlaceholdersAreNeverPassedOver) {
   const std::string placeholder = "AB-12-34";
