@@ -19,6 +19,10 @@ AI_DOCUMENT::AI_DOCUMENT(FileBytes file) : bytes(std::move(file)), text(bytes.vi
   lines.cut_at_crs(text, false);
 }
 
+AI_DOCUMENT::AI_DOCUMENT(FileBytes file, KEEP_BYTES) : bytes(std::move(file)), text(bytes.view()) {
+  lines.cut_kept(text);
+}
+
 AI_DOCUMENT::~AI_DOCUMENT() = default;
 
 namespace {

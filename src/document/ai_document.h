@@ -25,6 +25,10 @@ class AI_DOCUMENT {
   // Cuts embedded documents out of the template's bytes and cuts the rest into lines.
   explicit AI_DOCUMENT(FileBytes file);
   explicit AI_DOCUMENT(std::string in_memory) : AI_DOCUMENT(FileBytes(std::move(in_memory))) {}
+  // The template as "-keep" reads it: nothing is cut out, lines end at CR LF, CR or LF and
+  // keep their own ends (see LINE_INDEX::cut_kept).
+  struct KEEP_BYTES {};
+  AI_DOCUMENT(FileBytes file, KEEP_BYTES);
   AI_DOCUMENT(const AI_DOCUMENT&) = delete;
   AI_DOCUMENT& operator=(const AI_DOCUMENT&) = delete;
   ~AI_DOCUMENT();
@@ -40,6 +44,8 @@ class AI_DOCUMENT {
   // Adds to the run's report every placeholder that no table argument reached.
   void report_unreplaced() const { script->report_unreplaced(); }
 
+  // Whether the document was read for "-keep".
+  bool keeps_bytes() const { return lines.keeps_line_ends(); }
   int line_count() const { return lines.line_count(); }
   std::string_view line(int index) const { return lines.line(index); }
   std::string_view bytes_of_lines(int first, int last) const {

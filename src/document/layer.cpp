@@ -36,6 +36,13 @@ void AI_LAYER::setup(const AI_DOCUMENT& doc, int start, int script_last, int* ne
   setup_placed_art(doc);
 }
 
+void AI_LAYER::setup_unmarked(const AI_DOCUMENT& doc, int first, int last) {
+  first_line = first;
+  last_line = last;
+  setup_text(doc);
+  setup_placed_art(doc);
+}
+
 // A text object starts at a line whose third and fourth characters are "To" ("0 To").
 void AI_LAYER::setup_text(const AI_DOCUMENT& doc) {
   for (int i = first_line; (i = doc.find_text_line(i, last_line - 1)) >= 0;) {

@@ -22,6 +22,9 @@ class AI_LAYER : public LINE_RANGE {
   // start is the "%AI5_BeginLayer" line, script_last the script's last line; next receives
   // the index of the line after the layer.
   void setup(const AI_DOCUMENT& doc, int start, int script_last, int* next);
+  // A layer over the lines first to last whatever they hold: the art of a document without
+  // layer comments, for "-keep".
+  void setup_unmarked(const AI_DOCUMENT& doc, int first, int last);
   void print_new(const AI_DOCUMENT& doc, Output& out) const;
 
   void setup_replace_text(const char* id, const TAB_TEXT& table);

@@ -96,6 +96,12 @@ void AI_SCRIPT::setup(const AI_DOCUMENT& doc) {
   setup_layer(doc);
   page_trailer.setup(doc, *this);
   doc_trailer.setup(doc, *this);
+  // Illustrator 3 and 4 documents, and later ones saved without layer comments, hold their
+  // art between the setup and the page trailer; "-keep" finds its objects there.
+  if (layers.empty() && doc.keeps_bytes()) {
+    layers.push_back(std::make_unique<AI_LAYER>());
+    layers.back()->setup_unmarked(doc, setup_section.last_line, page_trailer.first_line);
+  }
 }
 
 void AI_SCRIPT::setup_layer(const AI_DOCUMENT& doc) {

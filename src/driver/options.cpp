@@ -6,6 +6,7 @@ std::string option_fit;
 std::string option_refpt;
 std::string option_home_dir;
 int option_report = 0;
+int option_keep = 0;
 
 void reset_options() {
   option_rx = 0;
@@ -14,4 +15,5 @@ void reset_options() {
   option_refpt.clear();
   option_home_dir = "/home/mesoli/";
   option_report = 0;
+  option_keep = 0;
 }

@@ -10,6 +10,7 @@ extern std::string option_fit;       // "min" fits new placed art inside its fra
 extern std::string option_refpt;     // the corner of the frame new placed art is aligned to
 extern std::string option_home_dir;  // placed-art cells are paths below this directory
 extern int option_report;            // 1: report what became of each placeholder
+extern int option_keep;              // 1: copy the template whole, rewrite only what changed
 
 constexpr size_t kFitCapacity = 15;
 constexpr size_t kRefptCapacity = 15;

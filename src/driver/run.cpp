@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "document/ai_document.h"
+#include "document/kept_printer.h"
 #include "driver/options.h"
 #include "support/output.h"
 #include "support/report.h"
@@ -49,6 +50,8 @@ int apply_option(const std::string& arg, Output& out, std::string& diagnostics) 
     if (!set_value(option_refpt, arg, 7, kRefptCapacity)) return usage(diagnostics);
   } else if (starts_with(arg, "-report")) {
     option_report = 1;
+  } else if (starts_with(arg, "-keep")) {
+    option_keep = 1;
   } else if (starts_with(arg, "-v")) {
     out.printf("%s\n", kVersion);
     return kDone;
@@ -87,7 +90,8 @@ int run(const std::vector<std::string>& args, Output& out, std::string& diagnost
 
   FileBytes bytes = AI_DOCUMENT::read_file(args[next].c_str());
   reset_expansion_pool(bytes.view().size());
-  AI_DOCUMENT doc(std::move(bytes));
+  AI_DOCUMENT doc = option_keep == 1 ? AI_DOCUMENT(std::move(bytes), AI_DOCUMENT::KEEP_BYTES())
+                                     : AI_DOCUMENT(std::move(bytes));
   doc.analyze_doc();
   if (++next == args.size()) return usage(diagnostics);
 
@@ -101,8 +105,13 @@ int run(const std::vector<std::string>& args, Output& out, std::string& diagnost
       if (!apply_table_argument(args[next], doc, table)) return usage(diagnostics);
     }
   }
-  doc.print_new(out);
-  out.printf("%s%s", "%%EOF", "\r");
+  if (option_keep == 1) {
+    // The template's own last "%%EOF" line is copied: no closing line is added.
+    print_kept(doc, out);
+  } else {
+    doc.print_new(out);
+    out.printf("%s%s", "%%EOF", "\r");
+  }
   // The output refers to the template's bytes until it is flushed.
   out.flush();
   if (run_report().enabled()) {

@@ -47,6 +47,15 @@ class LINE_INDEX {
   // NUL. Fails with "cannot find %!PS-Adobe", "cannot find %%EOF" or "overflow doc". A
   // quick cut returns false instead of failing, and when the text holds "%%BeginDocument".
   bool cut_at_crs(std::string_view text, bool quick);
+  // Cuts text as the copy of "-keep" needs it: from "%!PS-Adobe" through the line of the
+  // last "%%EOF" with its line end, at CR LF, CR or LF, each line keeping its own end.
+  // Embedded documents (which may nest), %%BeginData and %%BeginBinary blocks (whose data
+  // may be binary) and fonts are opaque: the structure searches see the comments that open
+  // and close them, never the lines between. Fails as cut_at_crs does, and with "cannot
+  // find %%EndDocument" for an embedded document that is not closed.
+  void cut_kept(std::string_view text);
+  // Whether lines end at LF too and are printed with their own line ends (cut_kept).
+  bool keeps_line_ends() const { return any_line_end; }
 
   int line_count() const { return static_cast<int>(starts.size()) - 1; }
   // A line without its line end, up to its first NUL byte if it holds one.
@@ -57,7 +66,8 @@ class LINE_INDEX {
     const char* from = line_start(first);
     return {from, static_cast<size_t>(line_start(last + 1) - from)};
   }
-  // Writes lines first to last, each followed by a carriage return.
+  // Writes lines first to last, each followed by a carriage return; after cut_kept, each
+  // with its own line end.
   void print_lines(int first, int last, Output& out) const;
   // The first comment line in [from, to] that begins with head (two to four characters,
   // beginning with "%%" or "%A") and whose text passes test; -1 when there is none. Comment
@@ -94,6 +104,7 @@ class LINE_INDEX {
     bool nul = false;
   };
   void push_start(const char* start);
+  void note_kept_line(int index, const char* start, const char* end);
   void note_line(int index, const char* start, const char* end, LineMarks marks);
   int printed_as_read_until(int first, int last_end,
                             std::vector<int>::const_iterator next_nul_line) const;
@@ -108,6 +119,7 @@ class LINE_INDEX {
   // Set when the text holds no CR: its one line then runs to the end of the text.
   bool no_line_end = false;
   bool crlf_seen = false;      // some line ends in CR LF
+  bool any_line_end = false;   // cut_kept: CR LF, CR or LF, kept as read
   std::vector<int> nul_lines;  // ascending; rare
   // A comment line, with its first four characters ('\0' past its end).
   struct CommentLine {

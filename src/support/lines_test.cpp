@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "driver/diagnostics.h"
 #include "support/file_io.h"
 #include "support/output.h"
 #include "support/test_temp_dir.h"
@@ -155,4 +156,97 @@ TEST(LinesTest, PrintingThroughADescriptorWritesTheSameBytes) {
   std::fclose(file);
   const std::string written = read_whole_file(path.c_str(), "open failed\n", "read failed\n");
   EXPECT_EQ(printed(doc), written);
+}
+
+namespace {
+
+// The lines of a cut for -keep, joined with "|": each with its line end shown as <CR>, <LF>
+// or <CRLF>, and a '*' before the lines the structure searches see.
+std::string kept_dump(const std::string& bytes) {
+  LINE_INDEX index;
+  index.cut_kept(bytes);
+  auto any = [](std::string_view) { return true; };
+  std::string dump;
+  for (int i = 0; i < index.line_count(); ++i) {
+    const std::string_view text = index.line(i);
+    const std::string_view with_end = index.bytes_of_lines(i, i);
+    const std::string_view end = with_end.substr(text.size());
+    const bool seen = index.find_comment_line(i, i, "", any) == i ||
+                      index.find_text_line(i, i) == i || index.find_text_end_line(i, i) == i;
+    dump += std::string(seen ? "*" : "") + std::string(text) +
+            (end == "\r\n" ? "<CRLF>"
+             : end == "\r" ? "<CR>"
+             : end == "\n" ? "<LF>"
+                           : "") +
+            "|";
+  }
+  return dump;
+}
+
+}  // namespace
+
+TEST(LinesTest, KeptCutEndsLinesAtEveryLineEnd) {
+  EXPECT_EQ("%!PS-Adobe<LF>|a<CRLF>|<LF>|<CR>|b<CR>|*%%EOF x<LF>|",
+            kept_dump("head\r%!PS-Adobe\na\r\n\n\rb\r%%EOF x\n\rafter\n"));
+  EXPECT_EQ("%!PS-Adobe<CR>|*%%EOF|", kept_dump("%!PS-Adobe\r%%EOF"));
+  EXPECT_EQ("%!PS-Adobe<LF>|*0 To<LF>|*TO<LF>|*x %AI5_y<LF>|*%%EOF<LF>|",
+            kept_dump("%!PS-Adobe\n0 To\nTO\nx %AI5_y\n%%EOF\n"));
+}
+
+// Only the comments that open and close an opaque block are seen: documents nest, and
+// counted data is passed over by its count, or up to its end comment when the count is wrong.
+TEST(LinesTest, KeptCutHidesWhatOpaqueBlocksHold) {
+  const struct {
+    const char* bytes;
+    const char* dump;
+  } cases[] = {
+      {"%!PS-Adobe\n%%BeginDocument: a\n%%BeginDocument: b\n0 To\n%%EndDocument\n%%EOF\n"
+       "%%EndDocument\n%%EOF\n",
+       "%!PS-Adobe<LF>|*%%BeginDocument: a<LF>|%%BeginDocument: b<LF>|0 To<LF>|%%EndDocument<LF>|"
+       "%%EOF<LF>|*%%EndDocument<LF>|*%%EOF<LF>|"},
+      {"%!PS-Adobe\r%%BeginData: 14 Binary Bytes\rXI\r%%EndData\rTO\r%%EndData\r%%EOF\r",
+       "%!PS-Adobe<CR>|*%%BeginData: 14 Binary Bytes<CR>|XI<CR>|%%EndData<CR>|TO<CR>|"
+       "*%%EndData<CR>|*%%EOF<CR>|"},
+      {"%!PS-Adobe\r%%BeginData: 2 ASCII Lines\r%%EndData\rTO\r%%EndData\r%%EOF\r",
+       "%!PS-Adobe<CR>|*%%BeginData: 2 ASCII Lines<CR>|%%EndData<CR>|TO<CR>|*%%EndData<CR>|"
+       "*%%EOF<CR>|"},
+      // A count too large or missing: the first end comment after the data's start.
+      {"%!PS-Adobe\r%%BeginBinary: 999\r0 To\r%%EndBinary\rTO\r%%EOF\r",
+       "%!PS-Adobe<CR>|*%%BeginBinary: 999<CR>|0 To<CR>|*%%EndBinary<CR>|*TO<CR>|*%%EOF<CR>|"},
+      {"%!PS-Adobe\r%%BeginFont: F\r%%EndSetup\r%%EndFont\r%%EOF\r",
+       "%!PS-Adobe<CR>|*%%BeginFont: F<CR>|%%EndSetup<CR>|*%%EndFont<CR>|*%%EOF<CR>|"},
+      // Without its end a data block hides nothing.
+      {"%!PS-Adobe\r%%BeginData: 3\rTO\r%%EOF\r",
+       "%!PS-Adobe<CR>|*%%BeginData: 3<CR>|*TO<CR>|*%%EOF<CR>|"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(c.dump, kept_dump(c.bytes)) << c.bytes;
+}
+
+TEST(LinesTest, KeptCutFailures) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"%%EOF\r%!PS-Adobe\r", "cannot find %%EOF\n"},
+      {"%!PS\r%%EOF\r", "cannot find %!PS-Adobe\n"},
+      {"%!PS-Adobe\r%%BeginDocument\r%%BeginDocument\r%%EndDocument\r%%EOF\r",
+       "cannot find %%EndDocument\n"},
+  };
+  for (const auto& [bytes, message] : cases) {
+    try {
+      LINE_INDEX index;
+      index.cut_kept(bytes);
+      ADD_FAILURE() << "no error for " << bytes;
+    } catch (const Error& error) {
+      EXPECT_STREQ(message, error.what());
+    }
+  }
+  std::string many = "%!PS-Adobe\n" + std::string(LINE_INDEX::kMaxLines - 2, '\n') + "%%EOF";
+  LINE_INDEX exact;
+  exact.cut_kept(many);
+  EXPECT_EQ(LINE_INDEX::kMaxLines, exact.line_count());
+  try {
+    LINE_INDEX over;
+    over.cut_kept(many.substr(0, 11) + "x\n" + many.substr(11));
+    ADD_FAILURE() << "no error";
+  } catch (const Error& error) {
+    EXPECT_STREQ("overflow doc\n", error.what());
+  }
 }
