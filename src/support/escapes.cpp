@@ -144,3 +144,114 @@ std::string path_decode(std::string_view in) {
   }
   return out;
 }
+
+namespace {
+
+bool octal_escape_at(std::string_view body, size_t i) {
+  return i + 3 < body.size() && body[i] == '\\' && is_octal(body[i + 1]) && is_octal(body[i + 2]) &&
+         is_octal(body[i + 3]);
+}
+
+int hex_value(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  return -1;
+}
+
+}  // namespace
+
+STRING_STYLE string_style(std::string_view body) {
+  bool all_octal = !body.empty();
+  bool raw_high = false;
+  bool octal_high = false;
+  for (size_t i = 0; i < body.size(); ++i) {
+    if (octal_escape_at(body, i)) {
+      octal_high = octal_high || body[i + 1] >= '2';
+      i += 3;
+      continue;
+    }
+    all_octal = false;
+    if (body[i] == '\\') {
+      ++i;
+    } else if (static_cast<unsigned char>(body[i]) >= 0x80) {
+      raw_high = true;
+    }
+  }
+  if (all_octal) return STRING_STYLE::octal_all;
+  return octal_high && !raw_high ? STRING_STYLE::octal_high : STRING_STYLE::as_is;
+}
+
+std::string ps_string_in_style(std::string_view raw, STRING_STYLE style) {
+  if (style != STRING_STYLE::octal_all) {
+    return ps_string_escape(raw, style == STRING_STYLE::octal_high);
+  }
+  std::string out;
+  out.reserve(raw.size() * 4);
+  for (char c : raw) append_octal(out, static_cast<unsigned char>(c));
+  return out;
+}
+
+std::string ps_hex_decode(std::string_view body) {
+  std::string out;
+  int high = -1;
+  for (char c : body) {
+    const int value = hex_value(c);
+    if (value < 0) continue;
+    if (high < 0) {
+      high = value;
+    } else {
+      out += static_cast<char>(static_cast<unsigned char>(high * 16 + value));
+      high = -1;
+    }
+  }
+  if (high >= 0) out += static_cast<char>(static_cast<unsigned char>(high * 16));
+  return out;
+}
+
+std::string ps_hex_encode(std::string_view raw, bool lower_case) {
+  const char* digits = lower_case ? "0123456789abcdef" : "0123456789ABCDEF";
+  std::string out;
+  out.reserve(raw.size() * 2);
+  for (char c : raw) {
+    const unsigned char byte = static_cast<unsigned char>(c);
+    out += digits[byte >> 4];
+    out += digits[byte & 15];
+  }
+  return out;
+}
+
+std::string run_text(std::string_view raw) {
+  std::string out;
+  out.reserve(raw.size());
+  for (char c : raw) {
+    switch (c) {
+      case '\\':
+        out += "\\\\";
+        break;
+      case '\t':
+        out += "\\t";
+        break;
+      case '\0':
+        out += "\\z";
+        break;
+      default:
+        out += c;
+    }
+  }
+  return out;
+}
+
+std::string run_bytes(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  for (size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != '\\' || i + 1 == text.size()) {
+      out += text[i];
+      continue;
+    }
+    const char c = text[++i];
+    out += c == 't' ? '\t' : c == 'z' ? '\0' : c;
+  }
+  return out;
+}

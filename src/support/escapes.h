@@ -23,3 +23,25 @@ std::string ps_string_escape(std::string_view raw, bool octal_high);
 // give the byte they spell in octal (modulo 256). An escape cut short by the end of the
 // input is copied as it stands.
 std::string path_decode(std::string_view in);
+
+// How a template's string body writes its bytes, so that a rewritten string looks alike:
+// every byte as an octal escape (as newer versions write strings), bytes of 0x80 and above
+// as octal escapes, or those bytes as they are.
+enum class STRING_STYLE { as_is, octal_high, octal_all };
+STRING_STYLE string_style(std::string_view body);
+// raw as a string body in that style (see ps_string_escape); in octal_all every byte is an
+// octal escape.
+std::string ps_string_in_style(std::string_view raw, STRING_STYLE style);
+
+// The bytes of a hex string body (white space and other bytes passed over; an odd last
+// digit stands for its high half); and raw bytes as hex digits.
+std::string ps_hex_decode(std::string_view body);
+std::string ps_hex_encode(std::string_view raw, bool lower_case);
+
+// The text that "-keep" keeps in a run: a string's decoded bytes with the tab (which
+// separates runs when their strings are joined), the NUL (which would end the text for the
+// matcher) and the backslash written as "\t", "\z" and "\\". No placeholder pattern
+// matches across them, and no digit stands for a byte.
+std::string run_text(std::string_view raw);
+// The bytes a run text stands for.
+std::string run_bytes(std::string_view text);

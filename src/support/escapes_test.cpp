@@ -59,3 +59,25 @@ TEST(EscapesTest, StringEscapeReadsBackAsTheSameBytes) {
     EXPECT_EQ(every_byte, ps_string_decode(ps_string_escape(every_byte, octal_high)));
   }
 }
+
+// A rewritten string follows the template's way: all octal, 8-bit bytes in octal, or as is.
+TEST(EscapesTest, StringStyleOfATemplate) {
+  const std::pair<const char*, STRING_STYLE> cases[] = {
+      {"\\110\\165\\041", STRING_STYLE::octal_all}, {"Caf\\351 \\(1\\)", STRING_STYLE::octal_high},
+      {"Caf\xE9 \\351", STRING_STYLE::as_is},  // a raw 8-bit byte wins
+      {"TX-1-1\\r", STRING_STYLE::as_is},           {"", STRING_STYLE::as_is},
+  };
+  for (const auto& [body, style] : cases) EXPECT_EQ(style, string_style(body)) << body;
+  EXPECT_EQ("\\050\\134\\351", ps_string_in_style("(\\\xE9", STRING_STYLE::octal_all));
+  EXPECT_EQ("\\(\\\\\\351", ps_string_in_style("(\\\xE9", STRING_STYLE::octal_high));
+  EXPECT_EQ("\\(\\\\\xE9", ps_string_in_style("(\\\xE9", STRING_STYLE::as_is));
+}
+
+TEST(EscapesTest, HexStringsAndRunTexts) {
+  EXPECT_EQ("OK\xF0", ps_hex_decode("4F 4b\nF"));
+  EXPECT_EQ("4f4bff", ps_hex_encode("OK\xFF", true));
+  // A run text holds no tab, NUL or lone backslash, and gives its bytes back.
+  const std::string raw("a\tb\\c\0d", 7);
+  EXPECT_EQ("a\\tb\\\\c\\zd", run_text(raw));
+  EXPECT_EQ(raw, run_bytes(run_text(raw)));
+}

@@ -385,7 +385,8 @@ class OPAQUE_FINDER {
   const char* block_end(const OPAQUE_KIND& kind, const char* comment, const char* data) const {
     if (kind.begin == kOpaqueKinds[0].begin) return document_end(data);
     if (kind.counted) {
-      if (const char* end = next_comment_from(counted_end(comment, data), kind.end.data())) return end;
+      if (const char* end = next_comment_from(counted_end(comment, data), kind.end.data()))
+        return end;
     }
     return next_comment(data, kind.end.data());
   }

@@ -108,13 +108,14 @@ bool holds_plain_placeholder(std::string_view text) {
   return false;
 }
 
-bool may_end_placeholder(std::string_view bytes) {
+bool may_end_placeholder(std::string_view bytes, bool decoded) {
+  if (decoded && bytes.find_first_of("\\<") != std::string_view::npos) return true;
   for (size_t p = bytes.find('-'); p != std::string_view::npos; p = bytes.find('-', p + 1)) {
     if (p + 2 >= bytes.size()) return true;
     const char next = bytes[p + 1];
     const char after = bytes[p + 2];
     if ((next >= '0' && next <= '9') || next == ')' || after == ' ' || after == '\r' ||
-        after == '\0') {
+        after == '\0' || (decoded && after == '\n')) {
       return true;
     }
   }

@@ -42,8 +42,10 @@ bool holds_plain_placeholder(std::string_view text);
 // Whether the template's bytes of some lines may hold the second '-' of a placeholder
 // "LETTERS-DIGITS-DIGITS" as part of a run's string: in the string a digit follows it, or
 // the string ends right after it, one character (a ")" or the word's last) before a space or
-// the line's end (a CR, or a NUL, where a line's text ends).
-bool may_end_placeholder(std::string_view bytes);
+// the line's end (a CR, or a NUL, where a line's text ends). For strings that are read
+// decoded ("-keep"), where a LF ends lines too and an escape or a hex string may spell any
+// byte, decoded is set: then a text that holds a backslash or a '<' may hold one too.
+bool may_end_placeholder(std::string_view bytes, bool decoded = false);
 
 // A match without its run separators: the placeholder as the user wrote it.
 std::string without_tabs(const std::string& match);

@@ -19,7 +19,9 @@ void AI_TEXT::setup(const AI_DOCUMENT& doc, int line, int layer_last, int* next)
     return;
   }
   replace = std::make_unique<AI_TEXT_REPLACE>();
-  if (!replace->setup(doc, first_line, last_line)) replace.reset();
+  const bool replaceable = doc.keeps_bytes() ? replace->setup_kept(doc, first_line, last_line)
+                                             : replace->setup(doc, first_line, last_line);
+  if (!replaceable) replace.reset();
 }
 
 void AI_TEXT::print_new(const AI_DOCUMENT& doc, Output& out, int* last) const {

@@ -51,7 +51,7 @@ void AI_POINT_TEXT::font_replace(const char* pattern) {
 }
 
 // The first number of each run whose font was set to a numeral font becomes glyph codes,
-// written with the string escapes of the template.
+// written with the string escapes of the template (as bytes, in decoded strings).
 void AI_POINT_TEXT::rimba_encode_tx() {
   for (AI_TxTX& run : TxTX) {
     if (run.number_encoded || !run.Tf || !IsRimba(run.Tf->fontname.c_str()) ||
@@ -62,7 +62,8 @@ void AI_POINT_TEXT::rimba_encode_tx() {
     if (!str) continue;
     const std::string digits = first_digits(*str);
     if (digits.empty()) continue;
-    *str = MY_STRING::replace(*str, digits, tx_encode(rimba_encode(without_leading_zeros(digits))));
+    const std::string codes = rimba_encode(without_leading_zeros(digits));
+    *str = MY_STRING::replace(*str, digits, decoded ? run_text(codes) : tx_encode(codes));
     run.number_encoded = true;
   }
 }

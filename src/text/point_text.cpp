@@ -7,6 +7,7 @@
 
 #include "driver/diagnostics.h"
 #include "driver/options.h"
+#include "support/escapes.h"
 #include "support/numbers.h"
 #include "support/output.h"
 #include "support/patterns.h"
@@ -157,7 +158,8 @@ bool AI_POINT_TEXT::setup_tabtxt_replace(std::string& text, const char* pattern,
       continue;
     }
     report(match, row, col, no_cell ? "removed" : "replaced");
-    std::string replacement = cell ? cell : "";
+    // A cell is the body of a PostScript string, as the template's strings are.
+    std::string replacement = !cell ? "" : decoded ? run_text(ps_string_decode(cell)) : cell;
     if (match.find('\t') != std::string::npos) replacement += '\t';
     text = MY_STRING::replace(text, match, replacement);
     replaced = true;

@@ -41,6 +41,12 @@ class AI_POINT_TEXT {
   // Reports the placeholders that no table argument has reached.
   void report_unreplaced() const;
 
+  // For a text read by "-keep": the runs' strings hold decoded bytes (as run_text writes
+  // them), so cells and numeral codes go into them decoded too.
+  void read_decoded() { decoded = true; }
+  std::vector<AI_TxTX>& runs() { return TxTX; }
+  const std::vector<AI_TxTX>& runs() const { return TxTX; }
+
  private:
   bool may_hold_placeholder(const char* id) const;
   // Replaces in text; whether any placeholder was replaced or removed.
@@ -57,6 +63,7 @@ class AI_POINT_TEXT {
   AI_ATTRIBUTES attributes;
   std::vector<AI_TxTX> TxTX;
   size_t TxTX_index = 0;
+  bool decoded = false;
 
   // What "-report" needs to remember: the placeholders already reported, and the fonts set
   // by the current pass. Made only when the run is reported.

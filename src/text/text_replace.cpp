@@ -24,7 +24,13 @@ bool holds_placeholder(const AI_POINT_TEXT& point_text) {
 }  // namespace
 
 bool AI_TEXT_REPLACE::may_hold_placeholder(const AI_DOCUMENT& doc, int first, int last) {
-  return first < last && may_end_placeholder(doc.bytes_of_lines(first, last - 1));
+  return first < last &&
+         may_end_placeholder(doc.bytes_of_lines(first, last - 1), doc.keeps_bytes());
+}
+
+bool AI_TEXT_REPLACE::setup_kept(const AI_DOCUMENT& doc, int first, int last) {
+  kept = std::make_unique<KEPT_POINT_TEXT>();
+  return kept->setup(doc, first, last, point_text);
 }
 
 bool AI_TEXT_REPLACE::setup(const AI_DOCUMENT& doc, int first, int last) {

@@ -1,0 +1,109 @@
+#include "text/kept_point_text.h"
+
+#include <cstring>
+
+#include "document/ai_document.h"
+#include "driver/diagnostics.h"
+#include "support/escapes.h"
+#include "support/patches.h"
+#include "support/patterns.h"
+#include "support/stack.h"
+#include "text/point_text.h"
+
+namespace {
+
+// As in the designed reading: each operator sees the words read since the previous one.
+constexpr int kStackBound = 10;
+
+bool is_string(const PS_TOKEN& token) {
+  return token.kind == PS_KIND::string || token.kind == PS_KIND::hex_string;
+}
+
+std::string decoded(const PS_TOKEN& token) {
+  const std::string_view body = ps_string_body(token);
+  return token.kind == PS_KIND::hex_string ? ps_hex_decode(body) : ps_string_decode(body);
+}
+
+// The new bytes as a string token of the same kind, escaped as the template escaped it.
+std::string encoded(const PS_TOKEN& token, const std::string& bytes) {
+  const std::string_view body = ps_string_body(token);
+  if (token.kind == PS_KIND::hex_string) {
+    const bool lower = body.find_first_of("abcdef") != std::string_view::npos;
+    return "<" + ps_hex_encode(bytes, lower) + ">";
+  }
+  return "(" + ps_string_in_style(bytes, string_style(body)) + ")";
+}
+
+}  // namespace
+
+bool KEPT_POINT_TEXT::setup(const AI_DOCUMENT& doc, int first, int last,
+                            AI_POINT_TEXT& point_text) {
+  static STACK stack(true);
+  stack.clear();
+  point_text.read_decoded();
+  PS_TOKENIZER tokens(doc.bytes_of_lines(first, last - 1));
+  PS_TOKEN token{};
+  PS_TOKEN previous{PS_KIND::comment, {}};
+  // A font is the name among the operands of its operator: the last one since the operator
+  // before.
+  std::string_view font_name;
+  while (tokens.next(&token)) {
+    if (token.kind == PS_KIND::comment) continue;
+    // A string is the model's operand only in name: its bytes are taken from the token.
+    stack.push_bounded(is_string(token) ? std::string_view("()") : token.bytes, kStackBound);
+    if (token.kind == PS_KIND::literal_name) font_name = token.bytes;
+    if (token.kind == PS_KIND::executable) {
+      const char* word = stack.peek(0);
+      if (AI_POINT_TEXT::is_operator(word)) {
+        point_text.setup(word, stack);
+        stack.free_all();
+        file(word, is_string(previous) ? &previous : nullptr, font_name, point_text);
+      }
+      font_name = {};
+    }
+    previous = token;
+  }
+  runs.resize(point_text.runs().size());
+  const std::optional<std::string> joined = point_text.TxTXstring(nullptr);
+  if (!joined || !holds_plain_placeholder(*joined)) return false;
+  if (stack.overlong_seen()) fail("STACK_OBJ::str size error\n");
+  return true;
+}
+
+// A run's string is its Tx or TX operand as decoded bytes; a run whose operand is no string
+// has none. A run whose Tf names no font cannot take one from a placeholder.
+void KEPT_POINT_TEXT::file(const char* op, const PS_TOKEN* operand, std::string_view font,
+                           AI_POINT_TEXT& point_text) {
+  const bool string_op = std::strcmp(op, "Tx") == 0 || std::strcmp(op, "TX") == 0;
+  const bool font_op = std::strcmp(op, "Tf") == 0;
+  if (!string_op && !font_op) return;
+  AI_TxTX& run = point_text.runs().back();
+  runs.resize(point_text.runs().size());
+  RUN& where = runs.back();
+  if (font_op) {
+    where.font_name = font;
+    if (font.empty()) run.Tf.reset();
+    return;
+  }
+  if (!operand) {
+    run.str.reset();
+    return;
+  }
+  where.string = *operand;
+  where.text_read = run_text(decoded(*operand));
+  run.str = where.text_read;
+}
+
+void KEPT_POINT_TEXT::patch(const AI_POINT_TEXT& point_text, PATCHES& patches) const {
+  for (size_t i = 0; i < runs.size(); ++i) {
+    const AI_TxTX& run = point_text.runs()[i];
+    const RUN& where = runs[i];
+    if (run.str && !where.string.bytes.empty() && *run.str != where.text_read) {
+      patches.replace(where.string.bytes, encoded(where.string, run_bytes(*run.str)));
+    }
+    if (run.font_replaced == 1 && run.Tf && !where.font_name.empty()) {
+      const bool underscore = where.font_name.substr(0, 2) == "/_";
+      patches.replace(where.font_name, (underscore ? "/_" : "/") + run.Tf->fontname);
+    }
+  }
+}
