@@ -16,7 +16,11 @@ void AI_PLACED_ART::setup(const AI_DOCUMENT& doc, int start, int end, int* next)
   last_line = i;
   *next = i;
   replace = std::make_unique<AI_PLACED_ART_REPLACE>();
-  replace->setup(doc, first_line, last_line);
+  if (doc.keeps_bytes()) {
+    replace->setup_kept(doc, first_line, last_line);
+  } else {
+    replace->setup(doc, first_line, last_line);
+  }
 }
 
 void AI_PLACED_ART::print_new(const AI_DOCUMENT&, Output& out, int* last) const {

@@ -108,6 +108,11 @@ void AI_PLACED_ART_REPLACE::setup(const AI_DOCUMENT& doc, int first, int last) {
   }
 }
 
+void AI_PLACED_ART_REPLACE::setup_kept(const AI_DOCUMENT& doc, int first, int last) {
+  kept = std::make_unique<KEPT_PLACEMENT>();
+  kept->setup(doc, first, last, *this);
+}
+
 // The placement is written "[a b c d tx ty] llx lly urx ury (file) `": the brackets stick
 // to the first and sixth numbers.
 void AI_PLACED_ART_REPLACE::read_word(const STACK& stack) {

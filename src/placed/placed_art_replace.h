@@ -3,12 +3,16 @@
 // back as the block's six lines.
 #pragma once
 
+#include <memory>
 #include <string>
 
+#include "placed/kept_placed_art.h"
 #include "placed/op_bquote.h"
 
 class AI_DOCUMENT;
+class EMBEDDED_FILES;
 class Output;
+class PATCHES;
 class STACK;
 class TAB_TEXT;
 struct EPS_BBOX;
@@ -19,6 +23,11 @@ class AI_PLACED_ART_REPLACE {
 
   // Parses the words of lines first up to, not including, last.
   void setup(const AI_DOCUMENT& doc, int first, int last);
+  // The same for "-keep", which rewrites the template's bytes rather than printing anew.
+  void setup_kept(const AI_DOCUMENT& doc, int first, int last);
+  void patch_kept(EMBEDDED_FILES& files, PATCHES& patches) const {
+    kept->patch(*this, files, patches);
+  }
   // The ten number words are read as numbers; file is kept as written.
   void setup_bquote(const char* a, const char* b, const char* c, const char* d, const char* tx,
                     const char* ty, const char* llx, const char* lly, const char* urx,
@@ -45,4 +54,5 @@ class AI_PLACED_ART_REPLACE {
 
   // Whether a table argument's identifier matched the file name.
   bool reached = false;
+  std::unique_ptr<KEPT_PLACEMENT> kept;
 };

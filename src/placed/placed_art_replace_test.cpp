@@ -236,8 +236,7 @@ TEST_F(PlacedArtReplaceTest, MissingOrEmptyCellMarksNoData) {
   for (const char* file :
        {"(Disk:PH-2-1.eps)", "(Disk:PH-1-3.eps)", "(Disk:PH-1-2.eps)", "(Disk:PH-0-1.eps)",
         "(Disk:PH-99999999999-1.eps)", "(Disk:PH-1-99999999999.eps)"}) {
-    AI_PLACED_ART_REPLACE fresh;
-    art = fresh;
+    art = AI_PLACED_ART_REPLACE();
     place(kTall, file);
     replace("PH", "x\t\n");
     EXPECT_EQ(1, art.no_data) << file;

@@ -12,9 +12,10 @@ void PATCHES::replace_by_view(std::string_view range, std::string_view bytes) {
   patches.push_back({range, {}, bytes});
 }
 
+// Patches at the same place go out in the order they were made.
 void PATCHES::write(std::string_view text, Output& out) {
-  std::sort(patches.begin(), patches.end(),
-            [](const PATCH& a, const PATCH& b) { return a.range.data() < b.range.data(); });
+  std::stable_sort(patches.begin(), patches.end(),
+                   [](const PATCH& a, const PATCH& b) { return a.range.data() < b.range.data(); });
   const char* at = text.data();
   for (const PATCH& patch : patches) {
     if (patch.range.data() < at) continue;  // overlaps the one before: not to be written twice

@@ -3,6 +3,8 @@
 #include <cctype>
 #include <cstring>
 
+#include "support/escapes.h"
+
 namespace {
 
 bool is_white(char c) {
@@ -134,4 +136,18 @@ std::string_view ps_string_body(const PS_TOKEN& token) {
   const char close = token.kind == PS_KIND::string ? ')' : '>';
   if (!body.empty() && body.back() == close) body.remove_suffix(1);
   return body;
+}
+
+std::string ps_string_value(const PS_TOKEN& token) {
+  const std::string_view body = ps_string_body(token);
+  return token.kind == PS_KIND::hex_string ? ps_hex_decode(body) : ps_string_decode(body);
+}
+
+std::string ps_string_like(const PS_TOKEN& token, std::string_view bytes) {
+  const std::string_view body = ps_string_body(token);
+  if (token.kind == PS_KIND::hex_string) {
+    const bool lower = body.find_first_of("abcdef") != std::string_view::npos;
+    return "<" + ps_hex_encode(bytes, lower) + ">";
+  }
+  return "(" + ps_string_in_style(bytes, string_style(body)) + ")";
 }

@@ -3,6 +3,7 @@
 // gives each token as a view into the text, so that a token can be replaced byte for byte.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 enum class PS_KIND {
@@ -33,3 +34,8 @@ class PS_TOKENIZER {
 
 // The body of a string token: what stands between its delimiters.
 std::string_view ps_string_body(const PS_TOKEN& token);
+// The bytes a string token stands for.
+std::string ps_string_value(const PS_TOKEN& token);
+// A string token of the same kind as token that stands for bytes, its escapes written as
+// token writes its own (see string_style): how a rewritten string keeps the template's way.
+std::string ps_string_like(const PS_TOKEN& token, std::string_view bytes);

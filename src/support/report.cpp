@@ -13,6 +13,11 @@ void REPORT::add(const char* kind, const std::string& placeholder, long long row
            std::to_string(row) + ", column " + std::to_string(col) + "): " + outcome + "\n";
 }
 
+void REPORT::note(const char* kind, const std::string& subject, const std::string& outcome) {
+  if (!on) return;
+  lines += "layer " + std::to_string(layer) + ": " + kind + " " + subject + ": " + outcome + "\n";
+}
+
 REPORT& run_report() {
   static REPORT report;
   return report;

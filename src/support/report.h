@@ -14,6 +14,8 @@ class REPORT {
   // "layer L: KIND PLACEHOLDER (row R, column C): OUTCOME".
   void add(const char* kind, const std::string& placeholder, long long row, long long col,
            const std::string& outcome);
+  // "layer L: KIND SUBJECT: OUTCOME", for what is no placeholder's own outcome.
+  void note(const char* kind, const std::string& subject, const std::string& outcome);
   const std::string& text() const { return lines; }
 
  private:

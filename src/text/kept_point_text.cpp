@@ -19,21 +19,6 @@ bool is_string(const PS_TOKEN& token) {
   return token.kind == PS_KIND::string || token.kind == PS_KIND::hex_string;
 }
 
-std::string decoded(const PS_TOKEN& token) {
-  const std::string_view body = ps_string_body(token);
-  return token.kind == PS_KIND::hex_string ? ps_hex_decode(body) : ps_string_decode(body);
-}
-
-// The new bytes as a string token of the same kind, escaped as the template escaped it.
-std::string encoded(const PS_TOKEN& token, const std::string& bytes) {
-  const std::string_view body = ps_string_body(token);
-  if (token.kind == PS_KIND::hex_string) {
-    const bool lower = body.find_first_of("abcdef") != std::string_view::npos;
-    return "<" + ps_hex_encode(bytes, lower) + ">";
-  }
-  return "(" + ps_string_in_style(bytes, string_style(body)) + ")";
-}
-
 }  // namespace
 
 bool KEPT_POINT_TEXT::setup(const AI_DOCUMENT& doc, int first, int last,
@@ -90,7 +75,7 @@ void KEPT_POINT_TEXT::file(const char* op, const PS_TOKEN* operand, std::string_
     return;
   }
   where.string = *operand;
-  where.text_read = run_text(decoded(*operand));
+  where.text_read = run_text(ps_string_value(*operand));
   run.str = where.text_read;
 }
 
@@ -99,7 +84,7 @@ void KEPT_POINT_TEXT::patch(const AI_POINT_TEXT& point_text, PATCHES& patches) c
     const AI_TxTX& run = point_text.runs()[i];
     const RUN& where = runs[i];
     if (run.str && !where.string.bytes.empty() && *run.str != where.text_read) {
-      patches.replace(where.string.bytes, encoded(where.string, run_bytes(*run.str)));
+      patches.replace(where.string.bytes, ps_string_like(where.string, run_bytes(*run.str)));
     }
     if (run.font_replaced == 1 && run.Tf && !where.font_name.empty()) {
       const bool underscore = where.font_name.substr(0, 2) == "/_";

@@ -1,0 +1,139 @@
+#include "placed/kept_placed_art.h"
+
+#include <cstdio>
+#include <vector>
+
+#include "document/ai_document.h"
+#include "driver/options.h"
+#include "placed/eps_embed.h"
+#include "placed/eps_path.h"
+#include "placed/placed_art_replace.h"
+#include "support/escapes.h"
+#include "support/numbers.h"
+#include "support/patches.h"
+#include "support/report.h"
+
+namespace {
+
+// The placement's tokens before its backquote, oldest first.
+constexpr size_t kPlacementTokens = 13;
+
+bool shaped_as_placement(const std::vector<PS_TOKEN>& t) {
+  const size_t n = t.size();
+  if (n < kPlacementTokens) return false;
+  const PS_TOKEN* p = &t[n - kPlacementTokens];
+  auto is = [](const PS_TOKEN& token, PS_KIND kind) { return token.kind == kind; };
+  if (p[0].bytes != "[" || p[7].bytes != "]") return false;
+  for (int i : {1, 2, 3, 4, 5, 6, 8, 9, 10, 11}) {
+    if (!is(p[i], PS_KIND::number)) return false;
+  }
+  return is(p[12], PS_KIND::string) || is(p[12], PS_KIND::hex_string);
+}
+
+int find_line(const AI_DOCUMENT& doc, int from, int to, const char* comment) {
+  const std::string_view wanted(comment);
+  return doc.find_comment_line(from, to, wanted.substr(0, 4), [&](std::string_view text) {
+    return text.substr(0, wanted.size()) == wanted;
+  });
+}
+
+}  // namespace
+
+std::string placement_number(double value) {
+  char text[64];
+  std::snprintf(text, sizeof text, "%.6f", value);
+  std::string number(text);
+  if (number.find('.') != std::string::npos) {
+    number.erase(number.find_last_not_of('0') + 1);
+    if (number.back() == '.') number.pop_back();
+  }
+  return number == "-0" ? "0" : number;
+}
+
+void KEPT_PLACEMENT::setup(const AI_DOCUMENT& doc, int first, int last,
+                           AI_PLACED_ART_REPLACE& art) {
+  block = doc.bytes_of_lines(first, last);
+  std::vector<std::string_view> parts;
+  const int begin = find_line(doc, first, last - 1, "%%BeginDocument");
+  const int end = begin < 0 ? -1 : find_line(doc, begin + 1, last - 1, "%%EndDocument");
+  if (end >= 0) {
+    const std::string_view line = doc.bytes_of_lines(begin, begin);
+    begin_document = doc.line(begin);
+    begin_line_end = line.substr(begin_document.size());
+    document_body = begin + 1 < end ? doc.bytes_of_lines(begin + 1, end - 1)
+                                    : doc.bytes_of_lines(end, end).substr(0, 0);
+    if (begin > first) parts.push_back(doc.bytes_of_lines(first, begin - 1));
+    if (end + 1 < last) parts.push_back(doc.bytes_of_lines(end + 1, last - 1));
+  } else if (first < last) {
+    parts.push_back(doc.bytes_of_lines(first, last - 1));
+  }
+  std::vector<PS_TOKEN> seen;
+  for (std::string_view part : parts) {
+    PS_TOKENIZER tokens(part);
+    PS_TOKEN token{};
+    while (tokens.next(&token)) {
+      if (token.kind == PS_KIND::comment) continue;
+      // A later placement in the block takes the place of an earlier one.
+      if (token.kind == PS_KIND::executable && token.bytes == "`" && shaped_as_placement(seen)) {
+        const PS_TOKEN* p = &seen[seen.size() - kPlacementTokens];
+        int n = 0;
+        for (int i : {1, 2, 3, 4, 5, 6, 8, 9, 10, 11}) numbers[n++] = p[i];
+        file = p[12];
+        placed = true;
+      }
+      seen.push_back(token);
+      if (seen.size() > kPlacementTokens) seen.erase(seen.begin());
+    }
+  }
+  if (!placed) return;
+  std::string texts[10];
+  for (int i = 0; i < 10; ++i) {
+    texts[i] = std::string(numbers[i].bytes);
+    numbers_read[i] = to_double(texts[i].c_str());
+  }
+  // The name is matched decoded, as point-text strings are.
+  file_read = "(" + ps_string_value(file) + ")";
+  art.setup_bquote(texts[0].c_str(), texts[1].c_str(), texts[2].c_str(), texts[3].c_str(),
+                   texts[4].c_str(), texts[5].c_str(), texts[6].c_str(), texts[7].c_str(),
+                   texts[8].c_str(), texts[9].c_str(), file_read.c_str());
+}
+
+void KEPT_PLACEMENT::patch(const AI_PLACED_ART_REPLACE& art, EMBEDDED_FILES& files,
+                           PATCHES& patches) const {
+  if (art.no_data == 1 && option_rm == 1) {
+    patches.replace(block, "");
+    return;
+  }
+  if (!placed) return;
+  for (int i = 0; i < 10; ++i) {
+    const double value = i < 6 ? art.bquote.matrix[i] : art.bquote.bbox[i - 6];
+    if (value != numbers_read[i]) patches.replace(numbers[i].bytes, placement_number(value));
+  }
+  const std::string& now = art.bquote.file_string;
+  if (now == file_read) return;
+  // The model writes a new file string as the cell in parentheses; the cell is the body
+  // of a PostScript string.
+  const std::string cell = now.substr(1, now.size() - 2);
+  patches.replace(file.bytes, ps_string_like(file, ps_string_decode(cell)));
+  if (!begin_document.empty()) embed(cell, files, patches);
+}
+
+void KEPT_PLACEMENT::embed(const std::string& cell, EMBEDDED_FILES& files, PATCHES& patches) const {
+  const std::optional<std::string> path = local_eps_path(cell, option_home_dir);
+  const std::optional<std::string_view> postscript = path ? files.postscript(*path) : std::nullopt;
+  if (!postscript) {
+    run_report().note("placed art", "(" + cell + ")",
+                      "old embedded art kept, cannot read " + (path ? *path : cell));
+    return;
+  }
+  std::string name = ps_string_decode(cell);
+  for (char& c : name) {
+    if (c == '\r' || c == '\n') c = ' ';
+  }
+  patches.replace(begin_document, "%%BeginDocument: " + name);
+  patches.replace_by_view(document_body, *postscript);
+  const char last = postscript->empty() ? '\n' : postscript->back();
+  if (last != '\r' && last != '\n') {
+    patches.replace(document_body.substr(document_body.size()), std::string(begin_line_end));
+  }
+}

@@ -1,0 +1,45 @@
+// How "-keep" reads and rewrites a placed-art block. The placement
+// "[a b c d tx ty] llx lly urx ury (file) `" is read with the PostScript tokenizer, outside
+// the document the block may embed, into the same model as the designed reading; the
+// substitution and fitting are the model's own. A block that was swapped gets only its
+// changed numbers and its file name rewritten, each in place; when it embeds the old art,
+// the new EPS file's PostScript is embedded between its own "%%BeginDocument" and
+// "%%EndDocument" lines instead. Every other line of the block is kept.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "support/ps_tokens.h"
+
+class AI_DOCUMENT;
+class AI_PLACED_ART_REPLACE;
+class EMBEDDED_FILES;
+class PATCHES;
+
+// A rewritten number: fixed-point with at most six decimals, without trailing zeros.
+std::string placement_number(double value);
+
+class KEPT_PLACEMENT {
+ public:
+  // Reads lines first..last-1 of the block (last holds "%AI5_EndPlace") into art.
+  void setup(const AI_DOCUMENT& doc, int first, int last, AI_PLACED_ART_REPLACE& art);
+  // The patches that bring the block's bytes to what art holds now. An EPS file that
+  // cannot be embedded leaves the old embedded art, with a note in the report.
+  void patch(const AI_PLACED_ART_REPLACE& art, EMBEDDED_FILES& files, PATCHES& patches) const;
+
+ private:
+  void embed(const std::string& cell, EMBEDDED_FILES& files, PATCHES& patches) const;
+
+  std::string_view block;  // the block's lines, line ends included
+  bool placed = false;     // whether the placement was read
+  PS_TOKEN numbers[10];    // a b c d tx ty llx lly urx ury
+  double numbers_read[10] = {};
+  PS_TOKEN file{PS_KIND::string, {}};
+  std::string file_read;  // the model's file string as read
+  // The embedded document: its "%%BeginDocument" line's text, its line end, and its body
+  // up to the "%%EndDocument" line; empty when the block embeds none.
+  std::string_view begin_document;
+  std::string_view begin_line_end;
+  std::string_view document_body;
+};
