@@ -51,12 +51,24 @@ void AI_DOCUMENT::eliminate_BeginEndDocument() {
       if (cut_end < size && base[cut_end] == '\n') ++cut_end;
     }
     kept.append(base + read, begin_at - read);
+    cuts.push_back({kept.size(), begin_at, cut_end});
     read = cut_end;
   }
   if (read == 0) return;
   kept.append(base + read, size - read);
+  source_bytes = std::move(bytes);
   bytes = FileBytes(std::move(kept));
   text = bytes.view();
+}
+
+size_t AI_DOCUMENT::source_offset(const char* in_text, bool after_cut) const {
+  const size_t at = static_cast<size_t>(in_text - text.data());
+  size_t offset = at;
+  for (const CUT& cut : cuts) {
+    if (cut.text_at > at || (cut.text_at == at && !after_cut)) break;
+    offset += cut.to - cut.from;
+  }
+  return offset;
 }
 
 void AI_DOCUMENT::analyze_doc() {

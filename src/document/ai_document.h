@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "document/sections.h"
 #include "support/file_io.h"
@@ -63,6 +64,19 @@ class AI_DOCUMENT {
   int find_text_line(int from, int to) const { return lines.find_text_line(from, to); }
   int find_text_end_line(int from, int to) const { return lines.find_text_end_line(from, to); }
 
+  // The template file's bytes as read, embedded documents included.
+  std::string_view source() const { return cuts.empty() ? text : source_bytes.view(); }
+  // Where a byte of the document's text stands in source(). A place where an embedded
+  // document was cut out is taken after it when after_cut is set, before it otherwise.
+  size_t source_offset(const char* in_text, bool after_cut) const;
+  // The embedded documents that were cut out, as ranges of source().
+  struct CUT {
+    size_t text_at;  // where the cut was made, in the text
+    size_t from;
+    size_t to;
+  };
+  const std::vector<CUT>& cut_out() const { return cuts; }
+
   const AI_SCRIPT* get_script() const { return script.get(); }
   const AI_PROLOG* get_prolog() const { return prolog.get(); }
 
@@ -70,7 +84,9 @@ class AI_DOCUMENT {
   void eliminate_BeginEndDocument();
 
   FileBytes bytes;
-  std::string_view text;  // the bytes, with any embedded documents cut out
+  std::string_view text;                  // the bytes, with any embedded documents cut out
+  FileBytes source_bytes{std::string()};  // the file as read, once something was cut out
+  std::vector<CUT> cuts;
   LINE_INDEX lines;
   std::unique_ptr<AI_PROLOG> prolog;
   std::unique_ptr<AI_SCRIPT> script;

@@ -4,6 +4,7 @@
 
 #include "document/ai_document.h"
 #include "document/kept_printer.h"
+#include "document/not_copied.h"
 #include "driver/options.h"
 #include "support/output.h"
 #include "support/report.h"
@@ -116,6 +117,7 @@ int run(const std::vector<std::string>& args, Output& out, std::string& diagnost
   out.flush();
   if (run_report().enabled()) {
     doc.report_unreplaced();
+    report_not_copied(doc);
     diagnostics += run_report().text();
   }
   return kDone;

@@ -18,6 +18,10 @@ void REPORT::note(const char* kind, const std::string& subject, const std::strin
   lines += "layer " + std::to_string(layer) + ": " + kind + " " + subject + ": " + outcome + "\n";
 }
 
+void REPORT::not_copied(const std::string& what) {
+  if (on) lines += "not copied: " + what + "\n";
+}
+
 REPORT& run_report() {
   static REPORT report;
   return report;
