@@ -1,8 +1,9 @@
-// Fuzzes a whole run. The input is cut at lines "%%--" into: option words (separated by
-// blanks), the template, a text table, a placed-art table, then EPS files, which are
-// written as e0.eps, e1.eps, ... into a scratch home folder. A text table that begins with
-// "*" is given as the one table for every identifier; otherwise the run gets "TX=" the text
-// table and "EPS-PH=" the placed-art table.
+// Fuzzes a whole run. An input that begins with "+" runs with -keep (the "+" is not part of
+// what follows). The input is cut at lines "%%--" into: option words (separated by blanks),
+// the template, a text table, a placed-art table, then EPS files, which are written as
+// e0.eps, e1.eps, ... into a scratch home folder. A text table that begins with "*" is given
+// as the one table for every identifier; otherwise the run gets "TX=" the text table and
+// "EPS-PH=" the placed-art table.
 #include <unistd.h>
 #include <cstdint>
 #include <cstdio>
@@ -46,9 +47,10 @@ void write_file(const std::string& path, const std::string& bytes) {
   std::fclose(file);
 }
 
-std::vector<std::string> arguments(const std::vector<std::string>& parts) {
+std::vector<std::string> arguments(const std::vector<std::string>& parts, bool keep) {
   const std::string& home = scratch_home();
   std::vector<std::string> args = {"ormel"};
+  if (keep) args.push_back("-keep");
   size_t start = 0;
   const std::string& words = parts[0];
   while (start <= words.size()) {
@@ -74,17 +76,44 @@ std::vector<std::string> arguments(const std::vector<std::string>& parts) {
   return args;
 }
 
+// What -keep copies of a template: from "%!PS-Adobe" through the line of its last "%%EOF".
+std::string kept_part(const std::string& bytes) {
+  const size_t start = bytes.find("%!PS-Adobe");
+  const size_t eof = bytes.rfind("%%EOF");
+  if (start == std::string::npos || eof == std::string::npos || eof < start) return "";
+  size_t end = bytes.find_first_of("\r\n", eof);
+  if (end != std::string::npos) end += bytes.compare(end, 2, "\r\n") == 0 ? 2 : 1;
+  return bytes.substr(start, end == std::string::npos ? std::string::npos : end - start);
+}
+
+// Whether nothing can change the template: empty tables, no "-rm=y" (which removes what
+// has no cell) and no "-rx=new" (whose placeholders set fonts whether there is a cell or not).
+bool changes_nothing(const std::vector<std::string>& parts, const std::vector<std::string>& args) {
+  for (const std::string& arg : args) {
+    if (arg.compare(0, 4, "-rm=") == 0 || arg.compare(0, 4, "-rx=") == 0) return false;
+  }
+  return parts[2].empty() && parts[3].empty();
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const std::vector<std::string> args =
-      arguments(cut(std::string(reinterpret_cast<const char*>(data), size)));
+  const bool keep = size > 0 && data[0] == '+';
+  const std::vector<std::string> parts =
+      cut(std::string(reinterpret_cast<const char*>(data) + keep, size - keep));
+  const std::vector<std::string> args = arguments(parts, keep);
   Output out;
   std::string diagnostics;
   try {
     int status = run(args, out, diagnostics);
     const std::string& text = out.text();
     bool complete = text.size() >= 6 && text.compare(text.size() - 6, 6, "%%EOF\r") == 0;
+    if (keep) {
+      // The copy ends with the template's own last "%%EOF" line, and is the template's
+      // bytes themselves when no cell can change them.
+      complete = text.compare(0, 10, "%!PS-Adobe") == 0 && text.find("%%EOF") != std::string::npos;
+      if (complete && changes_nothing(parts, args) && text != kept_part(parts[1])) std::abort();
+    }
     if (status == 0 && !complete && text != "1.00\n") std::abort();
     if (status == 1 && (!text.empty() || diagnostics.empty())) std::abort();
   } catch (const Error& error) {

@@ -76,9 +76,10 @@ void add_line_gaps(const AI_DOCUMENT& doc, std::vector<DROPPED>& dropped) {
     dropped.push_back({doc.source_offset(bytes.data(), true),
                        doc.source_offset(bytes.data() + bytes.size(), false), what, true});
   };
+  const std::vector<PART> parts = printed_parts(doc);
   int covered = -1;
   const PART* before = nullptr;
-  for (const PART& part : printed_parts(doc)) {
+  for (const PART& part : parts) {
     if (part.first > covered + 1) {
       add(covered + 1, part.first - 1, "between " + before->ends + " and " + part.begins);
     }

@@ -96,6 +96,7 @@ void KEPT_PLACEMENT::setup(const AI_DOCUMENT& doc, int first, int last,
   art.setup_bquote(texts[0].c_str(), texts[1].c_str(), texts[2].c_str(), texts[3].c_str(),
                    texts[4].c_str(), texts[5].c_str(), texts[6].c_str(), texts[7].c_str(),
                    texts[8].c_str(), texts[9].c_str(), file_read.c_str());
+  art.bquote.file_string = file_read;  // whole, should the name hold a NUL
 }
 
 void KEPT_PLACEMENT::patch(const AI_PLACED_ART_REPLACE& art, EMBEDDED_FILES& files,
