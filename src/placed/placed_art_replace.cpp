@@ -100,8 +100,8 @@ std::string with_scale(const char* format, double scale) {
 }
 
 // The box of the EPS file a cell names below the home directory, if it has a usable one.
-std::optional<EPS_BBOX> new_art_box(const char* cell) {
-  const std::optional<std::string> path = local_eps_path(cell, option_home_dir);
+std::optional<EPS_BBOX> new_art_box(const char* cell, bool escaped) {
+  const std::optional<std::string> path = local_eps_path(cell, option_home_dir, escaped);
   if (!path) return std::nullopt;
   EPSF_INFO info(*path);
   if (info.analyze() != 0) return std::nullopt;
@@ -184,7 +184,7 @@ void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table) 
     return;
   }
   bquote.file_string = std::string("(") + cell + ")";
-  const std::optional<EPS_BBOX> art = new_art_box(cell);
+  const std::optional<EPS_BBOX> art = new_art_box(cell, table.escaped());
   report.add("placed art", *placeholder, row, col,
              "replaced, " + (art ? fit(*art) : std::string("file not found")));
 }
