@@ -13,6 +13,10 @@ void REPORT::add(const char* kind, const std::string& placeholder, long long row
            std::to_string(row) + ", column " + std::to_string(col) + "): " + outcome + "\n";
 }
 
+void REPORT::add_line(const std::string& line) {
+  if (on) lines += line + "\n";
+}
+
 REPORT& run_report() {
   static REPORT report;
   return report;

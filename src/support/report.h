@@ -14,6 +14,8 @@ class REPORT {
   // "layer L: KIND PLACEHOLDER (row R, column C): OUTCOME".
   void add(const char* kind, const std::string& placeholder, long long row, long long col,
            const std::string& outcome);
+  // Any other line, such as a finding about a table's cell.
+  void add_line(const std::string& line);
   const std::string& text() const { return lines; }
 
  private:
