@@ -9,8 +9,8 @@
 # the one file. The options are fixed, so the same document and DPI (72 unless -r) give the
 # same bytes: -dSAFER -dBATCH -dNOPAUSE, 4-bit anti-aliasing of text and graphics, only
 # Ghostscript's own fonts (-dNOPLATFONTS, so a missing font is substituted the same way on
-# every machine), -dEPSCrop (an EPS, one whose first line names EPSF, gets its
-# %%BoundingBox as the page), and A4 paper for every other document.
+# every machine), and the document's %%BoundingBox as the page, EPS or not, so the raster
+# shows the art wherever it lies; a document without one prints on A4.
 #
 # Status: 0 rendered; 1 Ghostscript failed or printed an error (a document that stops
 # with /undefined is a failure even where Ghostscript ends with status 0); 2 usage;
@@ -42,11 +42,28 @@ case $output in
   *) device=ppmraw ;;
 esac
 
+# The page is the document's bounding box: Ghostscript crops an EPS to it (-dEPSCrop); any
+# other document with a %%BoundingBox in its header gets that page size, and its origin
+# moved there by the page device's Install procedure, which initgraphics keeps.
+install=
+case $(head -c 256 "$document" | tr '\r' '\n' | head -n 1) in
+  %!*EPSF*) ;;
+  %!*)
+    box=$(head -c 65536 "$document" | tr '\r' '\n' | sed -n -e '/^%%EndComments/q' \
+      -e 's/^%%BoundingBox: *\(-*[0-9][0-9]* -*[0-9][0-9]* -*[0-9][0-9]* -*[0-9][0-9]*\) *$/\1/p')
+    set -- $box
+    if [ $# -ge 4 ] && [ "$3" -gt "$1" ] && [ "$4" -gt "$2" ]; then
+      install="<< /PageSize [$(($3 - $1)) $(($4 - $2))] /Install [currentpagedevice /Install
+        get /exec load $((0 - $1)) $((0 - $2)) /translate load] cvx >> setpagedevice"
+    fi ;;
+esac
+set -- -q -dSAFER -dBATCH -dNOPAUSE -dNOPLATFONTS -dEPSCrop -sPAPERSIZE=a4 \
+  -dTextAlphaBits=4 -dGraphicsAlphaBits=4 -r"$dpi" -sDEVICE="$device" -sOutputFile="$output"
+[ -z "$install" ] || set -- "$@" -c "$install"
+
 messages=$(mktemp) || exit 2
 trap 'rm -f "$messages"' EXIT
-gs -q -dSAFER -dBATCH -dNOPAUSE -dNOPLATFONTS -dEPSCrop -sPAPERSIZE=a4 \
-  -dTextAlphaBits=4 -dGraphicsAlphaBits=4 -r"$dpi" -sDEVICE="$device" \
-  -sOutputFile="$output" -f "$document" > "$messages" 2>&1 < /dev/null
+gs "$@" -f "$document" > "$messages" 2>&1 < /dev/null
 status=$?
 cat "$messages" >&2
 if [ "$status" -ne 0 ] || grep -q 'Error:' "$messages"; then

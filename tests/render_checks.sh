@@ -4,8 +4,8 @@
 #   template    the example template renders, its texts showing
 #   merged      ormel's document from the example renders, its texts showing and
 #               different from the template's
-#   repeatable  each example logo renders twice to the same bytes, on a page of the size
-#               of its bounding box
+#   repeatable  each example logo renders twice to the same bytes; a page is the size of
+#               the document's bounding box, EPS or not
 #   errors      documents that stop with an error fail to render, also where Ghostscript
 #               itself ends with status 0
 # Status 77 (a skip) when Ghostscript is not installed.
@@ -50,6 +50,13 @@ case $check in
     [ "$(rows "$work/template.ppm" $text_rows | cksum)" != "$(rows "$work/merged.ppm" $text_rows | cksum)" ] ||
       fail "the first label's texts render as in the template" ;;
   repeatable)
+    # Not an EPS, its box away from the origin, and the page's graphics state reset: its
+    # one black square must fill the page.
+    printf '%%!PS-Adobe-3.0\r%%%%BoundingBox: 100 -200 120 -180\r%%%%EndComments\r%s\r' \
+      'initgraphics 100 -200 20 20 rectfill showpage' > "$work/square.ps"
+    $render "$work/square.ps" "$work/square.ppm" || fail "square.ps"
+    [ "$(rows "$work/square.ppm" 0 20 | tr -d '\000' | wc -c)" -eq 0 ] ||
+      fail "square.ps: the page is not its bounding box"
     for logo in "Kebun Segar:200 80" "Caf:e9 Java:91 91"; do
       eps="$root/examples/home/Brands/${logo%:*}/logo.eps"
       $render "$eps" "$work/first.ppm" && $render "$eps" "$work/second.ppm" || fail "$eps"
