@@ -8,6 +8,8 @@
 #               the document's bounding box, EPS or not
 #   errors      documents that stop with an error fail to render, also where Ghostscript
 #               itself ends with status 0
+#   tables      the example filled from a spreadsheet's CSV prints as from a raw table
+#               whose cells carry the same text in escapes; the CSV read raw does not print
 # Status 77 (a skip) when Ghostscript is not installed.
 set -u
 check=$1
@@ -77,6 +79,32 @@ case $check in
       grep -q '/undefined in undefinedname' "$work/$doc.err" || fail "$doc.ps: no error shown"
       [ ! -e "$work/$doc.ppm" ] || fail "$doc.ps: the raster of a failed render is kept"
     done ;;
+  tables)
+    # UTF-8 with a byte-order mark and CR LF rows, accents, parentheses, a quoted comma and
+    # a backslash, and a logo folder named with an accent; the raw tables spell the same
+    # text in the escapes of the document's strings, in ISO Latin-1 as the example's fonts.
+    printf '%b\r\n' '\0357\0273\0277Caf\0303\0251 Cr\0303\0250me (1 kg),"Aceh, Gayo",24900,per kg' \
+      '"T-Shirt (XL",Bandung,87500,\\ each' > "$work/products.csv"
+    printf '%s\n' 'Caf\351 Cr\350me \(1 kg\)	Aceh, Gayo	24900	per kg' \
+      'T-Shirt \(XL	Bandung	87500	\\ each' > "$work/products.txt"
+    printf 'Brands:Caf\303\251 Java:logo.eps\r\nBrands:Kebun Segar:logo.eps\r\n' > "$work/logos.csv"
+    printf 'Brands:Caf\\351 Java:logo.eps\nBrands:Kebun Segar:logo.eps\n' > "$work/logos.txt"
+    set -- -rx=new -refpt=upperleft -home="$root/examples/home/" "$root/examples/shelf-labels.ai"
+    "$ormel" "$@" "PR=$work/products.txt" "EPS-LOGO=$work/logos.txt" > "$work/raw.ai" &&
+      "$ormel" -table=csv -encoding=ISO-8859-1 "$@" "PR=$work/products.csv" \
+        "EPS-LOGO=$work/logos.csv" > "$work/csv.ai" || fail "ormel"
+    cmp -s "$work/raw.ai" "$work/csv.ai" && fail "the CSV's document is the raw table's, byte for byte"
+    $render "$work/raw.ai" "$work/raw.ppm" && $render "$work/csv.ai" "$work/csv.ppm" ||
+      fail "a merged document does not render"
+    cmp "$work/raw.ppm" "$work/csv.ppm" || fail "the CSV's document prints otherwise"
+    has_dark "$work/csv.ppm" $text_rows || fail "the CSV's texts do not show"
+    $render "$root/examples/shelf-labels.ai" "$work/template.ppm" || fail "template"
+    [ "$(rows "$work/template.ppm" $text_rows | cksum)" != "$(rows "$work/csv.ppm" $text_rows | cksum)" ] ||
+      fail "the first label's texts render as in the template"
+    "$ormel" "$@" "PR=$work/products.csv" > "$work/broken.ai" || fail "ormel, raw"
+    if $render "$work/broken.ai" "$work/broken.ppm" 2> /dev/null; then
+      fail "the CSV read raw renders"
+    fi ;;
   *)
     echo "unknown check: $check"; exit 99 ;;
 esac
