@@ -35,7 +35,7 @@ class DELIMITED_TEXT {
   UNICODE_TEXT text;
   const char32_t separator;
   CHARSET& charset;
-  const std::string& file_name;
+  const std::string file_name;
   long long row = 0;  // the row and column of the cell being read, counted from 1
   long long col = 0;
   std::string cell;       // the cell's text in UTF-8

@@ -114,11 +114,13 @@ TEST(UnicodeTextTest, StrictUtf8) {
 }
 
 TEST(UnicodeTextTest, Utf16InBothByteOrders) {
-  UNICODE_TEXT little(std::string("\xFF\xFE\x3D\xD8\x00\xDE\xE9\x00", 8));
+  const std::string little_bytes("\xFF\xFE\x3D\xD8\x00\xDE\xE9\x00", 8);
+  const std::string big_bytes("\xFE\xFF\xD8\x3D\xDE\x00\x00\xE9", 8);
+  UNICODE_TEXT little(little_bytes);
   EXPECT_EQ(0x1F600u, little.get());
   EXPECT_EQ(0xE9u, little.get());
   EXPECT_EQ(UNICODE_TEXT::kEnd, little.get());
-  UNICODE_TEXT big(std::string("\xFE\xFF\xD8\x3D\xDE\x00\x00\xE9", 8));
+  UNICODE_TEXT big(big_bytes);
   EXPECT_EQ(0x1F600u, big.get());
   EXPECT_EQ(0xE9u, big.peek());
   EXPECT_EQ(0xE9u, big.get());
