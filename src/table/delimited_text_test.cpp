@@ -31,15 +31,6 @@ std::string read(const std::string& bytes, char32_t separator = ',',
   return dump;
 }
 
-std::string utf16le(const std::u16string& text) {
-  std::string bytes = "\xFF\xFE";
-  for (char16_t unit : text) {
-    bytes += static_cast<char>(unit & 0xFF);
-    bytes += static_cast<char>(unit >> 8);
-  }
-  return bytes;
-}
-
 }  // namespace
 
 TEST(DelimitedTextTest, RowsCellsAndQuotes) {
@@ -62,35 +53,20 @@ TEST(DelimitedTextTest, RowsCellsAndQuotes) {
   };
   for (const auto& c : cases) EXPECT_EQ(c.rows, read(c.bytes)) << c.bytes;
   EXPECT_EQ("[a,b|\"c\\011d\"]", read("a,b\t\"\"\"c\td\"\"\"", '\t'));
-  EXPECT_EQ("[x|y][z]", read(utf16le(u"x\ty\r\nz\r\n"), '\t'));
   EXPECT_EQ("[a|b]", read(std::string("\xFE\xFF\0a\0,\0b", 8)));
 }
 
-TEST(DelimitedTextTest, CellsBecomeStringBodiesInTheDocumentsEncoding) {
-  EXPECT_EQ("[T-Shirt \\(XL|XL\\)|C:\\\\new\\\\temp|end\\\\]",
-            read("T-Shirt (XL,XL),C:\\new\\temp,end\\"));
-  EXPECT_EQ("[Caf\x8E Cr\x8Fme]", read("Caf\xC3\xA9 Cr\xC3\xA8me"));
-  EXPECT_EQ("[Caf\xE9]", read("Caf\xC3\xA9", ',', "WINDOWS-1252"));
-  // Bytes of 0x80 and above stay raw, a backslash among them is escaped.
-  EXPECT_EQ("[\x83\\\\\x95\\\\]", read("\xE3\x82\xBD\xE8\xA1\xA8", ',', "SHIFT_JIS"));
-}
-
-TEST(DelimitedTextTest, FailuresNameTheCell) {
+// The golden cases hold one failure of each kind; these are the places they do not show.
+TEST(DelimitedTextTest, FailuresNameTheCellTheyBeginIn) {
   const struct {
     std::string bytes;
     std::string message;
   } cases[] = {
-      {"a\nb,x \xC5\x82", "row 2, column 2: \"\xC5\x82\" (U+0142) has no code in MACINTOSH"},
       {"a,\xF0\x9F\x98\x80",
        "row 1, column 2: \"\xF0\x9F\x98\x80\" (U+1F600) has no code in "
        "MACINTOSH"},
       {"\"a\nb\",\"c\n\nd", "row 1, column 2: quoted cell without its closing quote"},
-      {"\"a\"b", "row 1, column 1: text after the closing quote"},
-      {"\"a\"\xE9", "row 1, column 1: malformed UTF-8 (byte 0xE9)"},
-      {"Caf\xE9 Java", "row 1, column 1: malformed UTF-8 (byte 0xE9)"},
-      {std::string("a,b\0", 4), "row 1, column 2: NUL character (U+0000)"},
-      {utf16le(u"a\n,\xD800x"), "row 2, column 2: malformed UTF-16 (unpaired surrogate 0xD800)"},
-      {utf16le(u"a,b") + "c", "row 1, column 2: malformed UTF-16 (odd number of bytes)"},
+      {"\"a\"\xE9", "row 1, column 1: malformed UTF-8 (byte 0xE9)"},  // not "text after"
   };
   for (const auto& c : cases) EXPECT_EQ("t.csv: " + c.message + "\n", read(c.bytes)) << c.bytes;
 }
