@@ -1,6 +1,6 @@
 #!/bin/sh
 # Builds ormel and runs its jobs; installs the build tools on a machine that lacks them.
-#   ./build.sh demo      build, then run the bundled example (examples/)
+#   ./build.sh demo      build ormel, then run the bundled example (examples/) into build/demo/
 #   ./build.sh test      build, then run every test: plain build, then sanitizer build
 #   ./build.sh build     build only (build/ormel)
 #   ./build.sh fuzz [S]  build the libFuzzer targets with clang, fuzz each for S seconds
@@ -24,20 +24,29 @@ need_packages() {
   fi
 }
 
-configure_and_build() {  # build-dir, extra cmake options...
+tools="cmake g++ make libgtest-dev"
+
+configure() {  # build-dir, extra cmake options...
   dir=$1; shift
-  need_packages cmake g++ make libgtest-dev
+  need_packages $tools
   cmake -S . -B "$dir" -DORMEL_WERROR=ON "$@" > /dev/null
-  cmake --build "$dir" -j "$jobs"
+}
+
+configure_and_build() {  # build-dir, extra cmake options...
+  configure "$@"
+  cmake --build "$1" -j "$jobs"
 }
 
 case "${1:-build}" in
   build)
     configure_and_build build ;;
   demo)
-    configure_and_build build
-    sh examples/run-example.sh build/ormel ;;
+    tools="$tools ghostscript"  # draws the PNG proofs
+    configure build
+    cmake --build build -j "$jobs" --target ormel
+    sh examples/run-example.sh build/ormel build/demo ;;
   test)
+    tools="$tools ghostscript"  # the render tests read ormel's output with it
     configure_and_build build
     (cd build && ctest --output-on-failure -j "$jobs")
     configure_and_build build-sanitize -DORMEL_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug

@@ -2,13 +2,17 @@
 # Runs ormel on the bundled sheet of two shelf labels: the texts come from products.txt
 # (with -rx=new, so a placeholder may name a font; the price is set in a Rimba numeral
 # font), the brand logos from logos.txt, found below home/ and fitted into the old frames.
-# Shows the new document with its carriage returns shown as line ends, then the -report
-# lines. Usage: sh examples/run-example.sh path/to/ormel
+# Writes the new document and the -report lines into OUTDIR (default: $TMPDIR or /tmp) and
+# shows both, the document with its carriage returns shown as line ends. With Ghostscript
+# installed it also draws PNG proofs of the template and of the new document there.
+# Usage: sh examples/run-example.sh path/to/ormel [OUTDIR]
 set -eu
 ormel=$1
 here=$(dirname "$0")
-out=${TMPDIR:-/tmp}/ormel-example.ai
-report=${TMPDIR:-/tmp}/ormel-example.report
+outdir=${2:-${TMPDIR:-/tmp}}
+mkdir -p "$outdir"
+out=$outdir/shelf-labels-merged.ai
+report=$outdir/shelf-labels-merged.report
 
 set -- -rx=new -refpt=upperleft -report -home="$here/home/" "$here/shelf-labels.ai" \
   "PR=$here/products.txt" "EPS-LOGO=$here/logos.txt"
@@ -23,3 +27,15 @@ tr '\r' '\n' < "$out"
 echo
 echo "== What became of each placeholder (-report, on standard error):"
 cat "$report"
+echo
+echo "== Written to $outdir/:"
+echo "   shelf-labels-merged.ai       the new document"
+echo "   shelf-labels-merged.report   the -report lines"
+if command -v gs > /dev/null 2>&1; then
+  sh "$here/../tests/render.sh" -r 150 "$here/shelf-labels.ai" "$outdir/shelf-labels-template.png"
+  sh "$here/../tests/render.sh" -r 150 "$out" "$outdir/shelf-labels-merged.png"
+  echo "   shelf-labels-merged.png      proof of the new document (Ghostscript, 150 dpi)"
+  echo "   shelf-labels-template.png    proof of the template, for comparison"
+else
+  echo "   (no PNG proofs: Ghostscript is not installed)"
+fi

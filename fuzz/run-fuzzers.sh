@@ -1,9 +1,10 @@
 #!/bin/sh
 # Fuzzes every target for the given number of seconds, starting from a scratch copy of its
 # seed corpus and of the golden cases' inputs: their templates for fuzz_template, their
-# tables for fuzz_table, and one whole run per case for fuzz_run. New crashes are written
-# to fuzz/findings/ and fail the script.
-# Usage: sh fuzz/run-fuzzers.sh BUILD_DIR SECONDS [TARGETS]   (default "template table run")
+# tables for fuzz_table and fuzz_delimited, and one whole run per case for fuzz_run. New
+# crashes are written to fuzz/findings/ and fail the script.
+# Usage: sh fuzz/run-fuzzers.sh BUILD_DIR SECONDS [TARGETS]
+#   (default "template table delimited run")
 # Long runs: sh fuzz/run-fuzzers.sh build-fuzz 1800  (30 minutes per target); on several
 # cores, one call per target in parallel: sh fuzz/run-fuzzers.sh build-fuzz 1800 run &
 set -u
@@ -54,6 +55,11 @@ golden_seeds() {
     case $1 in
       template) for f in "$case_dir"/*.ai; do [ -f "$f" ] && cp "$f" "$2/golden-$name-${f##*/}"; done ;;
       table) for f in "$case_dir"/*.txt; do [ -f "$f" ] && cp "$f" "$2/golden-$name-${f##*/}"; done ;;
+      delimited) for f in "$case_dir"/*.csv "$case_dir"/*.txt; do
+          [ -f "$f" ] || continue
+          case $f in *.csv) form='\001' ;; *) form='\000' ;; esac  # comma or tab, Mac Roman
+          { printf "$form"; cat "$f"; } > "$2/golden-$name-${f##*/}"
+        done ;;
       run) [ -f "$case_dir/args" ] && run_seed "$case_dir" "$2/golden-$name.bin" ;;
     esac
   done
@@ -62,7 +68,7 @@ golden_seeds() {
 
 mkdir -p "$here/findings"
 failed=0
-for target in ${3:-template table run}; do
+for target in ${3:-template table delimited run}; do
   work=$(mktemp -d)
   cp -R "$here/corpus/$target/." "$work/"
   golden_seeds "$target" "$work"

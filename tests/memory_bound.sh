@@ -61,6 +61,13 @@ awk 'BEGIN { for (i = 0; i < 99999; i++) printf "a\t"; print "last" }' > wide.tx
 template 'print "0 To"; print "(TX-1-100000) Tx"; print "TO"' > wide.ai
 check table-100000-columns 0 wide.ai TX=wide.txt
 
+# Spreadsheet tables have no row limit: as many rows and columns as 190 KB can hold.
+awk 'BEGIN { for (i = 0; i < 190000; i++) print "" }' > rows.csv
+template 'print "0 To"; print "(TX-190000-1) Tx"; print "TO"' > last-row.ai
+check csv-190000-rows 0 -table=csv last-row.ai TX=rows.csv
+awk 'BEGIN { for (i = 0; i < 99999; i++) printf ","; print "last" }' > wide.csv
+check csv-100000-columns 0 -table=csv wide.ai TX=wide.csv
+
 template 'for (i = 0; i < 190000; i++) print ""' > lines.ai
 check lines-190000 0 lines.ai cell.txt
 

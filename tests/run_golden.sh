@@ -4,10 +4,12 @@
 # "expected.status" (exit status); a missing expectation means empty output or status 0.
 # The case runs in a scratch copy of its folder, after its optional "setup.sh" (for inputs
 # git cannot hold, such as a named pipe). An optional "stdout-to" names where stdout goes
-# instead of being captured (for example /dev/full).
+# instead of being captured (for example /dev/full). An optional "expected.strings" lists
+# the strings that Ghostscript reads in the output (see ps_strings.sh).
 set -u
 ormel=$1
 case_dir=$2
+here=$(cd "$(dirname "$0")" && pwd)
 work=$(mktemp -d) || exit 99
 trap 'rm -rf "$work"' EXIT
 cp -R "$case_dir"/. "$work"/ || exit 99
@@ -36,6 +38,10 @@ fi
 if [ ! -f stdout-to ] && ! cmp -s .actual.out expected.out; then
   echo "stdout differs from expected.out:"; cmp .actual.out expected.out
   od -c .actual.out | head -40; failed=1
+fi
+# expected.strings: what a PostScript reader finds in the output's strings (ps_strings.sh).
+if [ -f expected.strings ] && ! sh "$here/ps_strings.sh" .actual.out expected.strings; then
+  failed=1
 fi
 if ! cmp -s .actual.err expected.err; then
   echo "stderr differs from expected.err:"; echo "--- actual"; cat .actual.err

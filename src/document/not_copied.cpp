@@ -120,7 +120,8 @@ void report_not_copied(const AI_DOCUMENT& doc) {
     if (range.to <= range.from || range.to <= reported_to) continue;  // inside one reported
     reported_to = range.to;
     if (!range.by_lines) {
-      run_report().not_copied(std::to_string(range.to - range.from) + " bytes " + range.what);
+      run_report().add_line("not copied: " + std::to_string(range.to - range.from) + " bytes " +
+                            range.what);
       continue;
     }
     const long long first = numbers.at(range.from);
@@ -128,6 +129,6 @@ void report_not_copied(const AI_DOCUMENT& doc) {
     const std::string lines = first == last
                                   ? "line " + std::to_string(first)
                                   : "lines " + std::to_string(first) + "-" + std::to_string(last);
-    run_report().not_copied(lines + ", " + range.what + "; -keep copies them");
+    run_report().add_line("not copied: " + lines + ", " + range.what + "; -keep copies them");
   }
 }

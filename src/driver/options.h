@@ -12,6 +12,12 @@ extern std::string option_home_dir;  // placed-art cells are paths below this di
 extern int option_report;            // 1: report what became of each placeholder
 extern int option_keep;              // 1: copy the template whole, rewrite only what changed
 
+// How table files are read: bytes as they stand, or Unicode text of tab- or comma-separated
+// values converted into the document's encoding.
+enum class TABLE_FORM { raw, tsv, csv };
+extern TABLE_FORM option_table;
+extern std::string option_encoding;  // the document's text encoding; empty: as the template says
+
 constexpr size_t kFitCapacity = 15;
 constexpr size_t kRefptCapacity = 15;
 constexpr size_t kHomeDirCapacity = 255;

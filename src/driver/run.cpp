@@ -6,6 +6,7 @@
 #include "document/kept_printer.h"
 #include "document/not_copied.h"
 #include "driver/options.h"
+#include "driver/table_loader.h"
 #include "support/output.h"
 #include "support/report.h"
 #include "table/tab_text.h"
@@ -36,6 +37,19 @@ bool set_value(std::string& setting, const std::string& arg, size_t prefix, size
   return true;
 }
 
+bool set_table_form(const std::string& value) {
+  if (value == "raw") {
+    option_table = TABLE_FORM::raw;
+  } else if (value == "tsv") {
+    option_table = TABLE_FORM::tsv;
+  } else if (value == "csv") {
+    option_table = TABLE_FORM::csv;
+  } else {
+    return false;
+  }
+  return true;
+}
+
 // Applies one option; options are compared by prefix, the first that matches applies, and
 // an argument that matches none is ignored.
 int apply_option(const std::string& arg, Output& out, std::string& diagnostics) {
@@ -49,6 +63,10 @@ int apply_option(const std::string& arg, Output& out, std::string& diagnostics) 
     if (!set_value(option_fit, arg, 5, kFitCapacity)) return usage(diagnostics);
   } else if (starts_with(arg, "-refpt=")) {
     if (!set_value(option_refpt, arg, 7, kRefptCapacity)) return usage(diagnostics);
+  } else if (starts_with(arg, "-table=")) {
+    if (!set_table_form(arg.substr(7))) return usage(diagnostics);
+  } else if (starts_with(arg, "-encoding=")) {
+    option_encoding = arg.substr(10);
   } else if (starts_with(arg, "-report")) {
     option_report = 1;
   } else if (starts_with(arg, "-keep")) {
@@ -62,12 +80,13 @@ int apply_option(const std::string& arg, Output& out, std::string& diagnostics) 
 
 // One table argument: "ID=file" replaces text placeholders of ID, "PREFIX-ID=file" points
 // placed art of ID at new EPS files. Returns false when the argument holds no "=".
-bool apply_table_argument(const std::string& arg, AI_DOCUMENT& doc, TAB_TEXT& table) {
+bool apply_table_argument(const std::string& arg, AI_DOCUMENT& doc, TABLE_LOADER& tables,
+                          TAB_TEXT& table) {
   size_t equals = arg.find('=');
   if (equals == std::string::npos) return false;
   std::string file = arg.substr(equals + 1);
   size_t dash = arg.find('-');
-  table.init(file.c_str());
+  tables.load(file, doc, table);
   add_to_expansion_pool(table.byte_count());
   if (dash < equals) {
     doc.setup_replace_placed_art(arg.substr(dash + 1, equals - dash - 1).c_str(), table);
@@ -88,6 +107,7 @@ int run(const std::vector<std::string>& args, Output& out, std::string& diagnost
   }
   if (args.size() <= 2 || next == args.size()) return usage(diagnostics);
   run_report().start(option_report == 1);
+  TABLE_LOADER tables;
 
   FileBytes bytes = AI_DOCUMENT::read_file(args[next].c_str());
   reset_expansion_pool(bytes.view().size());
@@ -98,12 +118,12 @@ int run(const std::vector<std::string>& args, Output& out, std::string& diagnost
 
   TAB_TEXT table;
   if (next + 1 == args.size() && args[next].find('=') == std::string::npos) {
-    table.init(args[next].c_str());
+    tables.load(args[next], doc, table);
     add_to_expansion_pool(table.byte_count());
     doc.setup_replace_text(table);
   } else {
     for (; next < args.size(); ++next) {
-      if (!apply_table_argument(args[next], doc, table)) return usage(diagnostics);
+      if (!apply_table_argument(args[next], doc, tables, table)) return usage(diagnostics);
     }
   }
   if (option_keep == 1) {

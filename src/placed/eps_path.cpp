@@ -50,8 +50,9 @@ bool has_parent_component(const std::string& tab_separated) {
 
 }  // namespace
 
-std::optional<std::string> local_eps_path(std::string_view cell, std::string_view home_dir) {
-  std::string path = path_decode(cell);
+std::optional<std::string> local_eps_path(std::string_view cell, std::string_view home_dir,
+                                          bool string_body) {
+  std::string path = string_body ? ps_string_decode(cell) : path_decode(cell);
   // An escaped NUL ends the name, as it would end any file name the system is given.
   if (const size_t nul = path.find('\0'); nul != std::string::npos) path.resize(nul);
   mb_char_replace(':', '\t', path);

@@ -23,5 +23,8 @@ class ENCODE {
 
 // The local path of the file a cell names: its escapes decoded, its ':' separators made
 // '/', its names encoded, joined directly to home_dir. Nothing when a component of the
-// cell is "..": no cell may name a file outside the home directory.
-std::optional<std::string> local_eps_path(std::string_view cell, std::string_view home_dir);
+// cell is "..": no cell may name a file outside the home directory. A cell that a table
+// reader escaped as a string body (string_body set) is decoded as a PostScript string,
+// where "\(" is a parenthesis; otherwise a backslash is read by the path rules only.
+std::optional<std::string> local_eps_path(std::string_view cell, std::string_view home_dir,
+                                          bool string_body = false);

@@ -46,6 +46,14 @@ TEST(EpsPathTest, LocalPathJoinsTheHomeDirectoryDirectly) {
   EXPECT_EQ("/h/ab", local_eps_path("ab\\000cd", "/h/").value_or("none"));
 }
 
+TEST(EpsPathTest, CellsEscapedAsStringBodiesDecodeAsStrings) {
+  EXPECT_EQ("/h/Logos/Logo (new).eps",
+            local_eps_path("Logos:Logo \\(new\\).eps", "/h/", true).value_or("none"));
+  EXPECT_EQ("/h/Brands/Caf:e9 Java/a\\b",
+            local_eps_path("Brands:Caf\xE9 Java:a\\\\b", "/h/", true).value_or("none"));
+  EXPECT_FALSE(local_eps_path("a:\\056.:b", "/h/", true));
+}
+
 TEST(EpsPathTest, NoPathClimbsOutOfTheHomeDirectory) {
   EXPECT_FALSE(local_eps_path("Disk:..:..:etc:passwd", "/h/"));
   EXPECT_FALSE(local_eps_path("..:x", "/h/"));

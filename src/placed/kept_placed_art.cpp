@@ -6,7 +6,6 @@
 #include "document/ai_document.h"
 #include "driver/options.h"
 #include "placed/eps_embed.h"
-#include "placed/eps_path.h"
 #include "placed/placed_art_replace.h"
 #include "support/escapes.h"
 #include "support/numbers.h"
@@ -116,11 +115,11 @@ void KEPT_PLACEMENT::patch(const AI_PLACED_ART_REPLACE& art, EMBEDDED_FILES& fil
   // of a PostScript string.
   const std::string cell = now.substr(1, now.size() - 2);
   patches.replace(file.bytes, ps_string_like(file, ps_string_decode(cell)));
-  if (!begin_document.empty()) embed(cell, files, patches);
+  if (!begin_document.empty()) embed(cell, art.new_file, files, patches);
 }
 
-void KEPT_PLACEMENT::embed(const std::string& cell, EMBEDDED_FILES& files, PATCHES& patches) const {
-  const std::optional<std::string> path = local_eps_path(cell, option_home_dir);
+void KEPT_PLACEMENT::embed(const std::string& cell, const std::optional<std::string>& path,
+                           EMBEDDED_FILES& files, PATCHES& patches) const {
   const std::optional<std::string_view> postscript = path ? files.postscript(*path) : std::nullopt;
   if (!postscript) {
     run_report().note("placed art", "(" + cell + ")",

@@ -7,6 +7,7 @@
 // "%%EndDocument" lines instead. Every other line of the block is kept.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -29,7 +30,8 @@ class KEPT_PLACEMENT {
   void patch(const AI_PLACED_ART_REPLACE& art, EMBEDDED_FILES& files, PATCHES& patches) const;
 
  private:
-  void embed(const std::string& cell, EMBEDDED_FILES& files, PATCHES& patches) const;
+  void embed(const std::string& cell, const std::optional<std::string>& path, EMBEDDED_FILES& files,
+             PATCHES& patches) const;
 
   std::string_view block;  // the block's lines, line ends included
   bool placed = false;     // whether the placement was read

@@ -85,9 +85,8 @@ std::string with_scale(const char* format, double scale) {
   return text;
 }
 
-// The box of the EPS file a cell names below the home directory, if it has a usable one.
-std::optional<EPS_BBOX> new_art_box(const char* cell) {
-  const std::optional<std::string> path = local_eps_path(cell, option_home_dir);
+// The box of the EPS file at path, if it has a usable one.
+std::optional<EPS_BBOX> new_art_box(const std::optional<std::string>& path) {
   if (!path) return std::nullopt;
   EPSF_INFO info(*path);
   if (info.analyze() != 0) return std::nullopt;
@@ -166,7 +165,8 @@ void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table) 
     return;
   }
   bquote.file_string = std::string("(") + cell + ")";
-  const std::optional<EPS_BBOX> art = new_art_box(cell);
+  new_file = local_eps_path(cell, option_home_dir, table.escaped());
+  const std::optional<EPS_BBOX> art = new_art_box(new_file);
   report.add("placed art", *placeholder, row, col,
              "replaced, " + (art ? fit(*art) : std::string("file not found")));
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "placed/kept_placed_art.h"
@@ -46,6 +47,8 @@ class AI_PLACED_ART_REPLACE {
   int file_type = 0;
   OP_BQUOTE bquote;
   int no_data = 0;
+  // The file on the local disk that the last cell named, if it can name one.
+  std::optional<std::string> new_file;
 
  private:
   void read_word(const STACK& stack);

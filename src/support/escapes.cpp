@@ -82,11 +82,15 @@ std::string ps_string_decode(std::string_view body) {
   return out;
 }
 
-std::string ps_string_escape(std::string_view raw, bool octal_high) {
+std::string ps_string_escape(std::string_view raw, bool octal_high, bool octal_controls) {
   std::string out;
   out.reserve(raw.size());
   for (char c : raw) {
     const unsigned char byte = static_cast<unsigned char>(c);
+    if (octal_controls && byte < 0x20 && c != '\r' && c != '\n') {
+      append_octal(out, byte);
+      continue;
+    }
     switch (c) {
       case '\\':
         out += "\\\\";

@@ -14,10 +14,10 @@ std::string tx_encode(std::string_view in);
 std::string ps_string_decode(std::string_view body);
 
 // Raw bytes as a PostScript string body that any interpreter reads back as the same bytes:
-// backslash and both parentheses escaped, CR LF tab backspace form feed as their letters,
-// other control bytes (and bytes of 0x80 and above when octal_high is set) as three octal
-// digits; everything else as it stands.
-std::string ps_string_escape(std::string_view raw, bool octal_high);
+// backslash and both parentheses escaped, CR LF tab backspace form feed as their letters
+// (only CR and LF when octal_controls is set), other control bytes (and bytes of 0x80 and
+// above when octal_high is set) as three octal digits; everything else as it stands.
+std::string ps_string_escape(std::string_view raw, bool octal_high, bool octal_controls = false);
 
 // An escaped path as raw bytes: "\\" gives one backslash, a backslash and three more bytes
 // give the byte they spell in octal (modulo 256). An escape cut short by the end of the

@@ -53,10 +53,14 @@ TEST(EscapesTest, StringEscapeReadsBackAsTheSameBytes) {
   EXPECT_EQ("\\0011", ps_string_escape("\x01"
                                        "1",
                                        false));  // three digits: a digit after stays
+  EXPECT_EQ("a\\011\\010\\014\\r\\n", ps_string_escape("a\t\b\f\r\n", false, true));
   std::string every_byte;
   for (int b = 0; b < 256; ++b) every_byte += static_cast<char>(b);
   for (bool octal_high : {false, true}) {
-    EXPECT_EQ(every_byte, ps_string_decode(ps_string_escape(every_byte, octal_high)));
+    for (bool octal_controls : {false, true}) {
+      EXPECT_EQ(every_byte,
+                ps_string_decode(ps_string_escape(every_byte, octal_high, octal_controls)));
+    }
   }
 }
 

@@ -18,8 +18,8 @@ void REPORT::note(const char* kind, const std::string& subject, const std::strin
   lines += "layer " + std::to_string(layer) + ": " + kind + " " + subject + ": " + outcome + "\n";
 }
 
-void REPORT::not_copied(const std::string& what) {
-  if (on) lines += "not copied: " + what + "\n";
+void REPORT::add_line(const std::string& line) {
+  if (on) lines += line + "\n";
 }
 
 REPORT& run_report() {

@@ -16,8 +16,8 @@ class REPORT {
            const std::string& outcome);
   // "layer L: KIND SUBJECT: OUTCOME", for what is no placeholder's own outcome.
   void note(const char* kind, const std::string& subject, const std::string& outcome);
-  // "not copied: WHAT", for a part of the template that the output leaves out.
-  void not_copied(const std::string& what);
+  // Any other line, such as a finding about a table's cell.
+  void add_line(const std::string& line);
   const std::string& text() const { return lines; }
 
  private:

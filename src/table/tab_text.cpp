@@ -9,10 +9,10 @@ void TAB_TEXT_REC::setup(char* line) {
   char* start = line;
   while (char* tab = std::strchr(start, '\t')) {
     *tab = '\0';
-    fields.push_back(start);
+    add_field(start);
     start = tab + 1;
   }
-  fields.push_back(start);
+  add_field(start);
 }
 
 const char* TAB_TEXT_REC::get_field(long long col) const {
@@ -27,8 +27,23 @@ void TAB_TEXT::init(const char* file_name) {
 
 void TAB_TEXT::init_from_bytes(std::string bytes) {
   recs.clear();
+  cells_escaped = false;
   buffer = std::move(bytes);
   setup_rec();
+}
+
+void TAB_TEXT::init_from_cells(std::string cells, const std::vector<size_t>& row_sizes) {
+  recs.clear();
+  cells_escaped = true;
+  buffer = std::move(cells);
+  recs.resize(row_sizes.size());
+  const char* text = buffer.c_str();
+  for (size_t row = 0; row < row_sizes.size(); ++row) {
+    for (size_t col = 0; col < row_sizes[row]; ++col) {
+      recs[row].add_field(text);
+      text += std::strlen(text) + 1;
+    }
+  }
 }
 
 // A line feed ends a record; one at the very end of the file starts no new record. The

@@ -11,6 +11,7 @@ class TAB_TEXT_REC {
  public:
   // Cuts the line in place at every tab.
   void setup(char* line);
+  void add_field(const char* text) { fields.push_back(text); }
   // The text of field col, or nullptr when the record has fewer fields.
   const char* get_field(long long col) const;
 
@@ -26,6 +27,13 @@ class TAB_TEXT {
   void init(const char* file_name);
   // Cuts bytes that are already in memory, as init does with a file's bytes.
   void init_from_bytes(std::string bytes);
+  // Takes cells another reader has cut and escaped as PostScript string bodies: cells holds
+  // their texts row by row, each ended by a NUL, and row_sizes the number of cells of each
+  // row. No limit on the number of rows.
+  void init_from_cells(std::string cells, const std::vector<size_t>& row_sizes);
+  // Whether the cells are string bodies escaped by such a reader, rather than bytes as the
+  // table's author wrote them.
+  bool escaped() const { return cells_escaped; }
   // The cell's text, or nullptr when there is no such cell. Valid until the next init.
   const char* get_field(long long row, long long col) const;
   int rec_count() const { return static_cast<int>(recs.size()); }
@@ -36,4 +44,5 @@ class TAB_TEXT {
 
   std::string buffer;
   std::vector<TAB_TEXT_REC> recs;
+  bool cells_escaped = false;
 };

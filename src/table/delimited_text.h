@@ -1,0 +1,45 @@
+// Tables as spreadsheets and databases save them: tab-separated or comma-separated values in
+// Unicode text, cells quoted where they hold a separator, a quote or a line break. Every
+// cell is converted into the document's encoding and escaped as the body of a PostScript
+// string, so that no cell can break the string it is inserted into.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "table/unicode_text.h"
+
+class CHARSET;
+class TAB_TEXT;
+
+class DELIMITED_TEXT {
+ public:
+  // separator is '\t' or ','; file_name is the table's name in messages, as given.
+  DELIMITED_TEXT(std::string_view bytes, char32_t separator, CHARSET& charset,
+                 const std::string& file_name);
+  // Reads every row into table. A character the encoding has no code for, bytes that spell
+  // no character, a NUL, a quoted cell without its closing quote or with text after it fail
+  // the run with a message naming the file, the row and the column.
+  void read(TAB_TEXT& table);
+
+ private:
+  void read_row();
+  char32_t read_cell();
+  char32_t read_quoted_cell();
+  char32_t end_of_line(char32_t c);
+  void add(char32_t c);
+  void finish_cell();
+  [[noreturn]] void fail_here(const std::string& what) const;
+
+  UNICODE_TEXT text;
+  const char32_t separator;
+  CHARSET& charset;
+  const std::string file_name;
+  long long row = 0;  // the row and column of the cell being read, counted from 1
+  long long col = 0;
+  std::string cell;       // the cell's text in UTF-8
+  std::string converted;  // and in the document's encoding
+  std::string cells;      // every finished cell, escaped, each ended by a NUL
+  std::vector<size_t> row_sizes;
+};
