@@ -2,6 +2,8 @@
 # Runs ormel on the bundled sheet of two shelf labels: the texts come from products.txt
 # (with -rx=new, so a placeholder may name a font; the price is set in a Rimba numeral
 # font), the brand logos from logos.txt, found below home/ and fitted into the old frames.
+# With -keep the template is copied whole and the new logos' PostScript is embedded in
+# place of the stand-in art, so the document prints without the linked files.
 # Writes the new document and the -report lines into OUTDIR (default: $TMPDIR or /tmp) and
 # shows both, the document with its carriage returns shown as line ends. With Ghostscript
 # installed it also draws PNG proofs of the template and of the new document there.
@@ -14,7 +16,7 @@ mkdir -p "$outdir"
 out=$outdir/shelf-labels-merged.ai
 report=$outdir/shelf-labels-merged.report
 
-set -- -rx=new -refpt=upperleft -report -home="$here/home/" "$here/shelf-labels.ai" \
+set -- -keep -rx=new -refpt=upperleft -report -home="$here/home/" "$here/shelf-labels.ai" \
   "PR=$here/products.txt" "EPS-LOGO=$here/logos.txt"
 printf '$ ormel %s\n' "$*"
 if ! "$ormel" "$@" > "$out" 2> "$report"; then

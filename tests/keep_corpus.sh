@@ -7,15 +7,15 @@
 # without Ghostscript only the bytes are compared.
 set -u
 ormel=$1 ppm_tool=$2 corpus=$3
-here=$(dirname "$0")
-. "$here/render_lib.sh"
+here=$(cd "$(dirname "$0")" && pwd)
+render() { sh "$here/render.sh" -r 36 "$1" "$2" 2> /dev/null; }
 [ -d "$corpus" ] || { echo "no corpus at $corpus: skipped"; exit 77; }
 work=$(mktemp -d) || exit 99
 trap 'rm -rf "$work"' EXIT
 : > "$work/empty.txt"
-has_ghostscript || echo "no Ghostscript: renderings not compared"
+command -v gs > /dev/null 2>&1 || echo "no Ghostscript: renderings not compared"
 
-failed=0 processed=0 refused=0 rendered=0
+failed=0 processed=0 refused=0 rendered=0 rendered_names=""
 while IFS='|' read -r file outcome; do
   template=$corpus/$file
   if "$ormel" -keep "$template" "$work/empty.txt" > "$work/out" 2> "$work/err"; then
@@ -37,9 +37,10 @@ while IFS='|' read -r file outcome; do
     echo "$file: the output is not the template's bytes through its last %%EOF line"
     failed=1; continue
   fi
-  has_ghostscript || continue
+  command -v gs > /dev/null 2>&1 || continue
   render "$template" "$work/t.ppm" || continue
   rendered=$((rendered + 1))
+  rendered_names="$rendered_names $file"
   if ! render "$work/out" "$work/o.ppm"; then
     echo "$file: Ghostscript renders the template but not the output"; failed=1; continue
   fi
@@ -69,5 +70,5 @@ tk-logo_ai55.eps|ok
 ulthese-ul_p_ai50_cr.eps|ok
 xmp-BlueSquare_aiCS2_cr.eps|ok
 LIST
-echo "processed $processed, refused $refused, rendered and compared $rendered"
+echo "processed $processed, refused $refused, rendered and compared $rendered:$rendered_names"
 exit $failed

@@ -8,8 +8,8 @@ set -u
 ormel=$1 ppm_tool=$2
 here=$(cd "$(dirname "$0")" && pwd)
 case_dir=$here/keep-render
-. "$here/render_lib.sh"
-has_ghostscript || { echo "no Ghostscript: skipped"; exit 77; }
+render() { sh "$here/render.sh" -r 36 "$1" "$2" 2> /dev/null; }
+command -v gs > /dev/null 2>&1 || { echo "no Ghostscript: skipped"; exit 77; }
 work=$(mktemp -d) || exit 99
 trap 'rm -rf "$work"' EXIT
 : > "$work/empty.txt"
