@@ -63,13 +63,6 @@ class PointTextTest : public ::testing::Test {
 
 }  // namespace
 
-TEST_F(PointTextTest, PrintsInFixedOrderWithAnEmptyLineWithoutTP) {
-  AI_POINT_TEXT text = parse({"800 Ar", "1 Ap", "0 Tv", "(a) Tx"});
-  EXPECT_EQ(
-      "1.000000 0.000000 0.000000 1.000000 0.000000 0.000000 0.000000 Tp|0 Tv||1 Ap|800 Ar|(a) Tx|",
-      printed_lines(text));
-}
-
 TEST_F(PointTextTest, RunsGroupStylesWithTheirString) {
   AI_POINT_TEXT text = parse({"0 g", "(a) Tx", "(b) TX", "/_F 1 2 3 Tf", "(c) Tx", "1 g"});
   EXPECT_EQ(
@@ -97,27 +90,6 @@ TEST_F(PointTextTest, ReplacesByIdentifierOnly) {
   EXPECT_EQ("Ac", *empty_id.TxTXstring(nullptr));
 }
 
-TEST_F(PointTextTest, MissingAndEmptyCellsAreKeptOrRemoved) {
-  const TAB_TEXT tab = table("\tfull\n");
-  AI_POINT_TEXT kept = parse({"(TX-0-0 TX-1-1 TX-1-2 TX-9-9) Tx"});
-  kept.setup_tabtxt("TX", tab);
-  EXPECT_EQ("TX-0-0 TX-1-1 full TX-9-9", *kept.TxTXstring(nullptr));
-  option_rm = 1;
-  AI_POINT_TEXT removed = parse({"(TX-0-0 TX-1-1 TX-1-2 TX-9-9) Tx"});
-  removed.setup_tabtxt("TX", tab);
-  EXPECT_EQ("  full ", *removed.TxTXstring(nullptr));
-}
-
-TEST_F(PointTextTest, PlaceholderSpreadOverRuns) {
-  const TAB_TEXT tab = table("a\tb\tCELL\n");
-  AI_POINT_TEXT two = parse({"/_A 1 1 1 Tf", "(x TX-) Tx", "/_B 1 1 1 Tf", "(1-3) Tx"});
-  two.setup_tabtxt("TX", tab);
-  EXPECT_EQ("x CELL\t", *two.TxTXstring("\t"));
-  AI_POINT_TEXT three = parse({"(T) Tx", "(X-1) Tx", "(-3 end) Tx", "(next) Tx"});
-  three.setup_tabtxt("TX", tab);
-  EXPECT_EQ("CELL\t end\tnext\t", *three.TxTXstring("\t"));
-}
-
 TEST_F(PointTextTest, NewSyntaxIsReplacedWholeAndSetsFonts) {
   option_rx = 1;
   const TAB_TEXT tab = table("1234\n");
@@ -129,19 +101,6 @@ TEST_F(PointTextTest, NewSyntaxIsReplacedWholeAndSetsFonts) {
   // A second argument over the same run leaves the encoded number alone.
   text.setup_tabtxt("TX", tab);
   EXPECT_EQ("Price \\335\\253n&q| EUR\tTX-1-1", *text.TxTXstring("\t"));
-}
-
-TEST_F(PointTextTest, EncodingNeedsAReplacedNumeralFont) {
-  option_rx = 1;
-  AI_POINT_TEXT other = parse({"/_Helvetica 1 1 1 Tf", "(TX-1-1-Arial_) Tx"});
-  other.setup_tabtxt("TX", table("0012 and 12\n"));
-  EXPECT_EQ("0012 and 12", *other.TxTXstring(nullptr));
-  AI_POINT_TEXT template_font = parse({"/_RimbaNum 1 1 1 Tf", "(TX-1-1_) Tx"});
-  template_font.setup_tabtxt("TX", table("12\n"));
-  EXPECT_EQ("12", *template_font.TxTXstring(nullptr));
-  AI_POINT_TEXT zeros = parse({"/_Helvetica 1 1 1 Tf", "(TX-1-1-Rimba_ 007) Tx"});
-  zeros.setup_tabtxt("TX", table("x\n"));
-  EXPECT_EQ("x r|", *zeros.TxTXstring(nullptr));
 }
 
 TEST_F(PointTextTest, ExpansionThatNeverEndsIsStopped) {

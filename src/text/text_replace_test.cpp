@@ -12,9 +12,9 @@
 namespace {
 
 // A template with one point text whose runs are closed by the given operator lines.
-std::string one_text(const std::vector<std::string>& run_lines) {
+std::string one_text(const std::vector<std::string>& run_lines, const char* line_end = "\r") {
   std::string bytes = "%!PS-Adobe\r0 To\r1 0 0 1 0 0 0 Tp\rTP\r/_Helvetica-Bold 6 7.6 0 Tf\r";
-  for (const std::string& line : run_lines) bytes += line + "\r";
+  for (const std::string& line : run_lines) bytes += line + line_end;
   return bytes + "TO\r%%EOF\r";
 }
 
@@ -23,12 +23,15 @@ struct Verdicts {
   bool holds;
 };
 
-Verdicts judge(const std::string& bytes) {
-  AI_DOCUMENT doc(bytes);
+// The pre-check's verdict and the parse's, as the designed reading or "-keep" reads the text.
+Verdicts judge(const std::string& bytes, bool keep = false) {
+  const AI_DOCUMENT doc =
+      keep ? AI_DOCUMENT(FileBytes(bytes), AI_DOCUMENT::KEEP_BYTES()) : AI_DOCUMENT(bytes);
   const int first = doc.find_text_line(0, doc.line_count() - 1);
   const int last = doc.find_text_end_line(first, doc.line_count() - 1);
   AI_TEXT_REPLACE replace;
-  return {AI_TEXT_REPLACE::may_hold_placeholder(doc, first, last), replace.setup(doc, first, last)};
+  return {AI_TEXT_REPLACE::may_hold_placeholder(doc, first, last),
+          keep ? replace.setup_kept(doc, first, last) : replace.setup(doc, first, last)};
 }
 
 }  // namespace
@@ -52,22 +55,26 @@ TEST(TextReplaceTest, SplitPlaceholdersAreNeverPassedOver) {
   }
 }
 
-// Whatever the runs hold, a text with a placeholder is never judged unable to hold one.
+// Whatever the runs hold, a text with a placeholder is never judged unable to hold one, as
+// either reading reads it (-keep with LF line ends, escapes and hex strings).
 TEST(TextReplaceTest, ThePreCheckNeverRejectsAReplaceableText) {
   std::mt19937 random(11);
-  const std::vector<std::string> pieces = {"AB", "AB-1", "-", "12", "-3", "(", ")", "x", " ", "\\"};
+  const std::vector<std::string> pieces = {"AB", "AB-1", "-",  "12",    "-3",   "(",    ")",
+                                           "x",  " ",    "\\", "\\055", "<2D>", "\\061"};
   int replaceable = 0;
   int spared = 0;
-  for (int round = 0; round < 5000; ++round) {
+  for (int round = 0; round < 10000; ++round) {
+    const bool keep = round % 2 == 1;
     std::vector<std::string> lines;
     const int runs = 1 + static_cast<int>(random() % 4);
     for (int r = 0; r < runs; ++r) {
       std::string word;
       const int length = static_cast<int>(random() % 6);
       for (int i = 0; i < length; ++i) word += pieces[random() % pieces.size()];
+      if (keep) word = "(" + word + ")";  // only strings hold text when -keep reads it
       lines.push_back(word + (random() % 2 ? " Tx" : " TX"));
     }
-    const Verdicts verdicts = judge(one_text(lines));
+    const Verdicts verdicts = judge(one_text(lines, keep ? "\n" : "\r"), keep);
     if (verdicts.holds) {
       ++replaceable;
       EXPECT_TRUE(verdicts.may_hold) << one_text(lines);
@@ -77,4 +84,14 @@ TEST(TextReplaceTest, ThePreCheckNeverRejectsAReplaceableText) {
   // Both kinds occur, so the check above is not empty.
   EXPECT_GT(replaceable, 50);
   EXPECT_GT(spared, 500);
+}
+
+// -keep reads escapes and hex strings, so a placeholder need not hold a dash as written.
+TEST(TextReplaceTest, EscapedPlaceholdersPassThePreCheckOfKeep) {
+  for (const char* run :
+       {"(AB\\05512\\055\\061) Tx", "<41422D312D31> Tx", "(AB-\n1-1)Tx", "(AB-1\\0551)Tx"}) {
+    const Verdicts verdicts = judge(one_text({run}, "\n"), true);
+    EXPECT_EQ(std::string(run) != "(AB-\n1-1)Tx", verdicts.holds) << run;
+    EXPECT_TRUE(verdicts.may_hold || !verdicts.holds) << run;
+  }
 }
