@@ -23,27 +23,6 @@ std::string first_match(const char* pattern, const std::string& text) {
 
 }  // namespace
 
-TEST(PatternsTest, EightFormsAreExact) {
-  AI_REGEX_PATTERN plain;
-  AI_REGEX_PATTERN2 font;
-  EXPECT_STREQ("AB-[0-9]+-[0-9]+", plain.create_pattern("AB", nullptr));
-  EXPECT_STREQ("A\t?B\t?-\t?[0-9]+\t?([0-9]+\t?)*-\t?[0-9]+\t?([0-9]+\t?)*",
-               plain.create_pattern("AB", "\t"));
-  EXPECT_STREQ("[A-Z]+-[0-9]+-[0-9]+", plain.create_pattern(nullptr));
-  EXPECT_STREQ("[A-Z]\t?([A-Z]+\t?)*-\t?[0-9]+\t?([0-9]+\t?)*-\t?[0-9]+\t?([0-9]+\t?)*",
-               plain.create_pattern("\t"));
-  EXPECT_STREQ("AB-[0-9]+-[0-9]+(-([a-zA-Z0-9]|-)*)?_", font.create_pattern("AB", nullptr));
-  EXPECT_STREQ(
-      "A\t?B\t?-\t?[0-9]+\t?([0-9]+\t?)*-\t?[0-9]+\t?([0-9]+\t?)*\t?(-([a-zA-Z0-9]|-|\t)*)?_",
-      font.create_pattern("AB", "\t"));
-  EXPECT_STREQ("[A-Z]+-[0-9]+-[0-9]+(-([a-zA-Z0-9]|-)*)?_", font.create_pattern(nullptr));
-  EXPECT_STREQ(
-      "[A-Z]\t?([A-Z]+\t?)*-\t?[0-9]+\t?([0-9]+\t?)*-\t?[0-9]+\t?([0-9]+\t?)*"
-      "(-([a-zA-Z0-9]|-|\t)*)?_",
-      font.create_pattern("\t"));
-  EXPECT_STREQ("-[0-9]+-[0-9]+", plain.create_pattern("", nullptr));
-}
-
 TEST(PatternsTest, PlainSyntaxWithSeparators) {
   AI_REGEX_PATTERN plain;
   const char* tx = plain.create_pattern("TX", "\t");
