@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <map>
 #include <utility>
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -371,9 +372,15 @@ class OPAQUE_FINDER {
     }
     return nullptr;
   }
-  const char* next_comment_from(const char* p, const char* prefix) const {
+  // The same for an end comment. A search from a place at or after an earlier search's
+  // start, and not past what that one found, finds the same: blocks that open one after
+  // another without their end comment do not scan the rest of the text each.
+  const char* next_end_comment(const char* p, const char* prefix) const {
     if (p > limit) return nullptr;
-    return next_comment(p, prefix);
+    SEARCH& last = end_searches[prefix];
+    if (last.from && last.from <= p && (!last.found || p <= last.found)) return last.found;
+    last = {p, next_comment(p, prefix)};
+    return last.found;
   }
   const OPAQUE_KIND* kind_at(const char* p) const {
     for (const OPAQUE_KIND& kind : kOpaqueKinds) {
@@ -385,10 +392,10 @@ class OPAQUE_FINDER {
   const char* block_end(const OPAQUE_KIND& kind, const char* comment, const char* data) const {
     if (kind.begin == kOpaqueKinds[0].begin) return document_end(data);
     if (kind.counted) {
-      if (const char* end = next_comment_from(counted_end(comment, data), kind.end.data()))
+      if (const char* end = next_end_comment(counted_end(comment, data), kind.end.data()))
         return end;
     }
-    return next_comment(data, kind.end.data());
+    return next_end_comment(data, kind.end.data());
   }
   // Where the data of a counted block ends by its count; the data's start when the comment
   // gives none.
@@ -432,6 +439,11 @@ class OPAQUE_FINDER {
 
   const char* start;
   const char* limit;
+  struct SEARCH {
+    const char* from;
+    const char* found;
+  };
+  mutable std::map<const char*, SEARCH> end_searches;  // by end comment
 };
 
 }  // namespace
