@@ -1,5 +1,6 @@
 #include "document/ai_document.h"
 
+#include <algorithm>
 #include <string>
 
 #include "document/layer.h"
@@ -61,14 +62,16 @@ void AI_DOCUMENT::eliminate_BeginEndDocument() {
   text = bytes.view();
 }
 
+// The text after a cut stands in the source right after the cut.
 size_t AI_DOCUMENT::source_offset(const char* in_text, bool after_cut) const {
   const size_t at = static_cast<size_t>(in_text - text.data());
-  size_t offset = at;
-  for (const CUT& cut : cuts) {
-    if (cut.text_at > at || (cut.text_at == at && !after_cut)) break;
-    offset += cut.to - cut.from;
-  }
-  return offset;
+  auto before = [after_cut](size_t position, const CUT& cut) {
+    return after_cut ? position < cut.text_at : position <= cut.text_at;
+  };
+  auto next = std::upper_bound(cuts.begin(), cuts.end(), at, before);
+  if (next == cuts.begin()) return at;
+  const CUT& last = *(next - 1);
+  return at - last.text_at + last.to;
 }
 
 void AI_DOCUMENT::analyze_doc() {
