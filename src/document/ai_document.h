@@ -44,6 +44,9 @@ class AI_DOCUMENT {
   void setup_replace_placed_art(const char* id, const TAB_TEXT& table);
   // Adds to the run's report every placeholder that no table argument reached.
   void report_unreplaced() const { script->report_unreplaced(); }
+  // Returns every object that a table changed to its analysed state, so that the next
+  // document of a batch starts from the template as read.
+  void restore_analysed() { script->restore_analysed(); }
 
   // Whether the document was read for "-keep".
   bool keeps_bytes() const { return lines.keeps_line_ends(); }
