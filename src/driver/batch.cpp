@@ -294,6 +294,7 @@ void BATCH::make_document(long long number, const std::string& name, PROGRESS& p
 }
 
 void BATCH::make_each(const NAME_PATTERN& pattern) {
+  doc.remember_printed_lines();
   const std::vector<std::string> names = all_names(pattern);
   const std::vector<long long> numbers = shard_documents(static_cast<long long>(names.size()));
   check_targets(names, numbers);
