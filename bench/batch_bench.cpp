@@ -4,7 +4,10 @@
 // Illustrator file of the shared corpus with a point text added; without the corpus the
 // benchmark says so and ends with status 0.
 //
-//   ormel_batch_bench path/to/ormel [--corpus DIR] [--runs N] [--documents N] [--keep-files DIR]
+//   ormel_batch_bench path/to/ormel [--corpus DIR] [--runs N] [--documents N] [--dir DIR]
+//
+// Its files go to a new folder in --dir (default $TMPDIR or /tmp), removed at the end: the
+// file system there is what the timings measure.
 #include <fcntl.h>
 #include <unistd.h>
 #include <algorithm>
@@ -41,7 +44,7 @@ struct Options {
   std::string corpus = ORMEL_SHARED_CORPUS;
   int runs = 3;
   int documents = 1000;
-  std::string keep_files;
+  std::string dir;
 };
 
 Options parse_options(int argc, char** argv) {
@@ -58,8 +61,8 @@ Options parse_options(int argc, char** argv) {
       options.runs = std::stoi(value());
     } else if (arg == "--documents") {
       options.documents = std::stoi(value());
-    } else if (arg == "--keep-files") {
-      options.keep_files = value();
+    } else if (arg == "--dir") {
+      options.dir = value();
     } else if (arg.rfind("--", 0) == 0 || !options.ormel.empty()) {
       throw std::invalid_argument("unexpected argument " + arg);
     } else {
@@ -244,19 +247,15 @@ int run(const Options& options) {
         corpus_file.c_str());
     return 0;
   }
-  std::string dir = options.keep_files;
-  if (dir.empty()) {
-    std::string pattern = (fs::temp_directory_path() / "ormel_batch_bench.XXXXXX").string();
-    if (!mkdtemp(pattern.data())) throw std::runtime_error("cannot create " + pattern);
-    dir = pattern;
-  } else {
-    fs::create_directories(dir);
-  }
+  const fs::path parent = options.dir.empty() ? fs::temp_directory_path() : fs::path(options.dir);
+  std::string dir = (parent / "ormel_batch_bench.XXXXXX").string();
+  if (!mkdtemp(dir.data())) throw std::runtime_error("cannot create " + dir);
+  std::printf("files in %s (%s)\n", dir.c_str(), options.ormel.c_str());
   Bench bench(options, dir);
   bench.prepare(corpus_file);
   bench.run_mode("");
   bench.run_mode("-keep");
-  if (options.keep_files.empty()) fs::remove_all(dir);
+  fs::remove_all(dir);
   return 0;
 }
 
