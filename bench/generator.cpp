@@ -336,6 +336,20 @@ Template write_many_layers(const std::string& path, uint64_t seed, int layers, i
   return {path, writer.bytes(), writer.lines(), static_cast<uint64_t>(layers)};
 }
 
+Template write_many_runs(const std::string& path, int runs) {
+  TemplateWriter writer(path);
+  writer.begin_document();
+  writer.begin_layer(1);
+  writer.line("0 To");
+  std::string line;
+  for (int i = 1; i < runs; ++i) line += "Tx ";
+  writer.line(line + "(TX-1-1) Tx");
+  writer.line("TO");
+  writer.end_layer();
+  writer.end_document();
+  return {path, writer.bytes(), writer.lines(), 1};
+}
+
 Template write_placed_dense(const std::string& path, uint64_t seed, int layers,
                             int blocks_per_layer, int rows, int columns) {
   Rng rng(seed);

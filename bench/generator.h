@@ -81,6 +81,10 @@ Template write_text_dense(const std::string& path, uint64_t seed, const TextDens
 Template write_many_layers(const std::string& path, uint64_t seed, int layers, int rows,
                            int columns);
 
+// One point text of `runs` runs on one line: every run but the last is a "Tx" without a
+// string operand, the last one holds the placeholder "TX-1-1".
+Template write_many_runs(const std::string& path, int runs);
+
 // `blocks_per_layer` placed-art blocks in each of `layers` layers, linked files named
 // "Disk:Art:PH-r-c.eps" with r in 1..rows and c in 1..columns.
 Template write_placed_dense(const std::string& path, uint64_t seed, int layers,

@@ -243,7 +243,18 @@ ChildRun run_ormel(const std::vector<std::string>& argv, const std::string& out_
   return run;
 }
 
+// Runs a baseline program on the template, stdout to /dev/null, and returns its time.
+double time_baseline(const std::vector<std::string>& argv, const std::string& err_path) {
+  ChildRun run = run_child(argv, "/dev/null", err_path);
+  if (!WIFEXITED(run.wait_status) || WEXITSTATUS(run.wait_status) != 0) {
+    throw std::runtime_error(command_line(argv) + ": " + describe_status(run.wait_status));
+  }
+  return run.seconds;
+}
+
 }  // namespace
+
+const char kSedScript[] = "s/TX-5-2/value/g";
 
 Measurement measure_ormel(const std::vector<std::string>& argv, const std::string& template_path,
                           const std::string& out_path, const std::string& err_path, int runs) {
@@ -256,18 +267,17 @@ Measurement measure_ormel(const std::vector<std::string>& argv, const std::strin
   }
   std::vector<double> times;
   std::vector<double> cat_times;
+  std::vector<double> sed_times;
   for (int i = 0; i < runs; ++i) {
-    ChildRun cat = run_child({"cat", template_path}, "/dev/null", err_path);
-    if (!WIFEXITED(cat.wait_status) || WEXITSTATUS(cat.wait_status) != 0) {
-      throw std::runtime_error("cat " + template_path + ": " + describe_status(cat.wait_status));
-    }
-    cat_times.push_back(cat.seconds);
+    cat_times.push_back(time_baseline({"cat", template_path}, err_path));
+    sed_times.push_back(time_baseline({"sed", kSedScript, template_path}, err_path));
     ChildRun run = run_ormel(argv, "/dev/null", err_path);
     result.peak_rss_kib = std::max(result.peak_rss_kib, run.max_rss_kib);
     times.push_back(run.seconds);
   }
   result.median_seconds = median(times);
   result.cat_median_seconds = median(cat_times);
+  result.sed_median_seconds = median(sed_times);
   return result;
 }
 

@@ -33,13 +33,18 @@ double median(std::vector<double> values);
 struct Measurement {
   double median_seconds = 0;
   double cat_median_seconds = 0;
+  double sed_median_seconds = 0;
   long peak_rss_kib = 0;  // the largest of all runs
   uint64_t checksum = 0;  // of stdout
 };
 
+// The baseline beside cat: a sed substitution over the whole template.
+extern const char kSedScript[];
+
 // Runs ormel once with stdout to out_path, for the checksum, then `runs` times with stdout
-// to /dev/null, each run after one of `cat template > /dev/null`, so that both medians come
-// from the same stretch of time. Any run that does not exit 0, or an output that does not
+// to /dev/null, each run after one of `cat template > /dev/null` and one of
+// `sed kSedScript template > /dev/null`, so that the three medians come from the same
+// stretch of time. Any run that does not exit 0, or an output that does not
 // end with "%%EOF\r", throws std::runtime_error with the details (stderr included).
 Measurement measure_ormel(const std::vector<std::string>& argv, const std::string& template_path,
                           const std::string& out_path, const std::string& err_path, int runs);
