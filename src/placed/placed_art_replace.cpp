@@ -100,8 +100,9 @@ void AI_PLACED_ART_REPLACE::setup(const AI_DOCUMENT& doc, int first, int last) {
   TOKEN token;
   for (int i = first; i < last; ++i) {
     token.init(doc.line(i), " ");
-    while (const char* word = token.get()) {
-      stack.push_bounded(std::string_view(word, token.length()), kWordsKept);
+    std::string_view word;
+    while (token.next(&word)) {
+      stack.push_bounded(word, kWordsKept);
       read_word(stack);
     }
   }
@@ -115,26 +116,27 @@ void AI_PLACED_ART_REPLACE::setup_kept(const AI_DOCUMENT& doc, int first, int la
 // The placement is written "[a b c d tx ty] llx lly urx ury (file) `": the brackets stick
 // to the first and sixth numbers.
 void AI_PLACED_ART_REPLACE::read_word(const STACK& stack) {
-  const char* word = stack.peek(0);
-  if (std::strcmp(word, "`") == 0) {
-    std::string a = stack.operand(11);
-    if (!a.empty()) a.erase(0, 1);
-    std::string ty = stack.operand(6);
-    if (!ty.empty()) ty.pop_back();
-    setup_bquote(a.c_str(), stack.operand(10), stack.operand(9), stack.operand(8), stack.operand(7),
-                 ty.c_str(), stack.operand(5), stack.operand(4), stack.operand(3), stack.operand(2),
+  const std::string_view word = stack.operand(0);
+  if (word == "`") {
+    std::string_view a = stack.operand(11);
+    if (!a.empty()) a.remove_prefix(1);
+    std::string_view ty = stack.operand(6);
+    if (!ty.empty()) ty.remove_suffix(1);
+    setup_bquote(a, stack.operand(10), stack.operand(9), stack.operand(8), stack.operand(7), ty,
+                 stack.operand(5), stack.operand(4), stack.operand(3), stack.operand(2),
                  stack.operand(1));
-  } else if (std::strcmp(word, "%%FileType:") == 0) {
+  } else if (word == "%%FileType:") {
     file_type = to_int(stack.operand(1));
   }
 }
 
-void AI_PLACED_ART_REPLACE::setup_bquote(const char* a, const char* b, const char* c, const char* d,
-                                         const char* tx, const char* ty, const char* llx,
-                                         const char* lly, const char* urx, const char* ury,
-                                         const char* file) {
+void AI_PLACED_ART_REPLACE::setup_bquote(std::string_view a, std::string_view b, std::string_view c,
+                                         std::string_view d, std::string_view tx,
+                                         std::string_view ty, std::string_view llx,
+                                         std::string_view lly, std::string_view urx,
+                                         std::string_view ury, std::string_view file) {
   bquote.setup(to_double(a), to_double(b), to_double(c), to_double(d), to_double(tx), to_double(ty),
-               to_double(llx), to_double(lly), to_double(urx), to_double(ury), file);
+               to_double(llx), to_double(lly), to_double(urx), to_double(ury), std::string(file));
 }
 
 void AI_PLACED_ART_REPLACE::print(Output& out) const {

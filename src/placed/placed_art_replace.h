@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 
 #include "placed/kept_placed_art.h"
@@ -32,9 +33,10 @@ class AI_PLACED_ART_REPLACE {
     kept->patch(*this, files, patches);
   }
   // The ten number words are read as numbers; file is kept as written.
-  void setup_bquote(const char* a, const char* b, const char* c, const char* d, const char* tx,
-                    const char* ty, const char* llx, const char* lly, const char* urx,
-                    const char* ury, const char* file);
+  void setup_bquote(std::string_view a, std::string_view b, std::string_view c, std::string_view d,
+                    std::string_view tx, std::string_view ty, std::string_view llx,
+                    std::string_view lly, std::string_view urx, std::string_view ury,
+                    std::string_view file);
   // If the file name holds a placeholder for id: takes its cell as the new file, reads that
   // file's box below the home directory and fits the new art into the old frame.
   void setup_tabtxt(const char* id, const TAB_TEXT& table);

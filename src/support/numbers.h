@@ -1,7 +1,10 @@
 // Numbers read from the template, the tables and EPS files. Each gives the result of the
 // C library's atoi/atof wherever those are defined, in the C locale, and a defined result
-// everywhere else: an integer beyond the range of int is clamped to INT_MIN or INT_MAX.
+// everywhere else: an integer beyond the range of int is clamped to INT_MIN or INT_MAX. A
+// number is read from a word's characters alone, as if the word ended with a NUL.
 #pragma once
 
-int to_int(const char* text);
-double to_double(const char* text);
+#include <string_view>
+
+int to_int(std::string_view text);
+double to_double(std::string_view text);

@@ -4,17 +4,6 @@
 
 #include "driver/diagnostics.h"
 
-STACK_OBJ::STACK_OBJ(std::string_view token, bool check_length) {
-  assign(token, check_length);
-}
-
-void STACK_OBJ::assign(std::string_view token, bool check_length) {
-  if (check_length && token.size() > kMaxLength) fail("STACK_OBJ::str size error\n");
-  // clear and append reuse the storage like assign, without assign's care for overlap.
-  str.clear();
-  str.append(token.data(), token.size());
-}
-
 // Puts the words back in order from the first slot and adds an empty slot at the end.
 void STACK::grow() {
   std::rotate(ring.begin(), ring.begin() + static_cast<std::ptrdiff_t>(oldest), ring.end());
@@ -22,13 +11,14 @@ void STACK::grow() {
   ring.emplace_back();
 }
 
-const char* STACK::push(std::string_view token) {
-  if (token.size() > STACK_OBJ::kMaxLength && defer_size_errors) overlong = true;
+void STACK::push(std::string_view token) {
+  if (token.size() > STACK_OBJ::kMaxLength) {
+    if (!defer_size_errors) fail("STACK_OBJ::str size error\n");
+    overlong = true;
+  }
   if (held == ring.size()) grow();
-  STACK_OBJ& entry = slot(held);
-  entry.assign(token, !defer_size_errors);
+  slot(held).str = token;
   ++held;
-  return entry.str.c_str();
 }
 
 void STACK::push_bounded(std::string_view token, int bound) {
@@ -42,21 +32,15 @@ void STACK::push_bounded(std::string_view token, int bound) {
   }
 }
 
-const char* STACK::peek(int i) const {
-  if (i > 0 || -static_cast<long long>(i) >= static_cast<long long>(held)) return nullptr;
-  return slot(held - 1 - static_cast<size_t>(-i)).str.c_str();
-}
-
-const char* STACK::operand(int n) const {
-  const char* word = peek(-n);
-  return word ? word : "";
+std::optional<std::string_view> STACK::peek(int i) const {
+  if (i > 0 || -static_cast<long long>(i) >= static_cast<long long>(held)) return std::nullopt;
+  return slot(held - 1 - static_cast<size_t>(-i)).str;
 }
 
 const STACK_OBJ* STACK::shift() {
   if (overflow_held) fail("free stack overflow!\n");
   if (held == 0) return nullptr;
-  // A swap hands the word over and leaves the slot its old storage to reuse.
-  overflow.str.swap(slot(0).str);
+  overflow = slot(0);
   oldest = wrap(oldest + 1);
   --held;
   overflow_held = true;

@@ -60,10 +60,3 @@ bool TOKEN::next(std::string_view* word) {
 bool TOKEN::starts_with_delim(const char* p) const {
   return static_cast<size_t>(end - p) >= delim_len && std::memcmp(p, delim, delim_len) == 0;
 }
-
-const char* TOKEN::get() {
-  std::string_view word;
-  if (!next(&word)) return nullptr;
-  token.assign(word);
-  return token.c_str();
-}

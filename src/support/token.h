@@ -3,21 +3,15 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
 #include <string_view>
 
 class TOKEN {
  public:
   // Starts on a new line; neither text is copied, both must outlive the walk.
   void init(std::string_view line, const char* delim);
-  // The next word, valid until the next get or init; nullptr when the line is used up.
-  // The first get after init never returns nullptr, even for an empty line.
-  const char* get();
-  // The same walk without a copy: the next word as a view into the line; false when the line
-  // is used up.
+  // The next word, as a view into the line; false when the line is used up. The first call
+  // after init always gives a word, even for an empty line.
   bool next(std::string_view* word);
-  // Length of the word that get returned last.
-  size_t length() const { return token.size(); }
 
  private:
   const char* string_end(const char* open) const;
@@ -27,5 +21,4 @@ class TOKEN {
   const char* delim = nullptr;
   size_t delim_len = 0;
   const char* cursor = nullptr;
-  std::string token;
 };

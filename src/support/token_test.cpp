@@ -9,7 +9,8 @@ static std::string words(std::string_view line, const char* delim = " ") {
   token.init(line, delim);
   std::string joined;
   int guard = 0;
-  while (const char* word = token.get()) {
+  std::string_view word;
+  while (token.next(&word)) {
     if (!joined.empty() || guard > 0) joined += "|";
     joined += word;
     if (++guard > 100) break;
@@ -32,11 +33,11 @@ TEST(TokenTest, SplitsTheDocumentedLines) {
 TEST(TokenTest, EmptyLineGivesOneEmptyWordThenNothing) {
   TOKEN token;
   token.init("", " ");
-  const char* first = token.get();
-  ASSERT_NE(nullptr, first);
-  EXPECT_STREQ("", first);
-  EXPECT_EQ(nullptr, token.get());
-  EXPECT_EQ(nullptr, token.get());
+  std::string_view word = "x";
+  ASSERT_TRUE(token.next(&word));
+  EXPECT_EQ("", word);
+  EXPECT_FALSE(token.next(&word));
+  EXPECT_FALSE(token.next(&word));
 }
 
 TEST(TokenTest, BackslashesInsideStrings) {

@@ -1,7 +1,5 @@
 #include "text/kept_point_text.h"
 
-#include <cstring>
-
 #include "document/ai_document.h"
 #include "driver/diagnostics.h"
 #include "support/escapes.h"
@@ -38,11 +36,11 @@ bool KEPT_POINT_TEXT::setup(const AI_DOCUMENT& doc, int first, int last,
     stack.push_bounded(is_string(token) ? std::string_view("()") : token.bytes, kStackBound);
     if (token.kind == PS_KIND::literal_name) font_name = token.bytes;
     if (token.kind == PS_KIND::executable) {
-      const char* word = stack.peek(0);
-      if (AI_POINT_TEXT::is_operator(word)) {
-        point_text.setup(word, stack);
+      const TEXT_OP op = text_operator(token.bytes);
+      if (op != TEXT_OP::none) {
+        point_text.setup(op, stack);
         stack.free_all();
-        file(word, is_string(previous) ? &previous : nullptr, font_name, point_text);
+        file(op, is_string(previous) ? &previous : nullptr, font_name, point_text);
       }
       font_name = {};
     }
@@ -57,17 +55,17 @@ bool KEPT_POINT_TEXT::setup(const AI_DOCUMENT& doc, int first, int last,
 
 // A run's string is its Tx or TX operand as decoded bytes; a run whose operand is no string
 // has none. A run whose Tf names no font cannot take one from a placeholder.
-void KEPT_POINT_TEXT::file(const char* op, const PS_TOKEN* operand, std::string_view font,
+void KEPT_POINT_TEXT::file(TEXT_OP op, const PS_TOKEN* operand, std::string_view font,
                            AI_POINT_TEXT& point_text) {
-  const bool string_op = std::strcmp(op, "Tx") == 0 || std::strcmp(op, "TX") == 0;
-  const bool font_op = std::strcmp(op, "Tf") == 0;
+  const bool string_op = op == TEXT_OP::Tx || op == TEXT_OP::TX;
+  const bool font_op = op == TEXT_OP::Tf;
   if (!string_op && !font_op) return;
   AI_TxTX& run = point_text.runs().back();
   runs.resize(point_text.runs().size());
   RUN& where = runs.back();
   if (font_op) {
     where.font_name = font;
-    if (font.empty()) run.Tf.reset();
+    if (font.empty()) run.drop<OP_Tf>();
     return;
   }
   if (!operand) {
@@ -86,9 +84,10 @@ void KEPT_POINT_TEXT::patch(const AI_POINT_TEXT& point_text, PATCHES& patches) c
     if (run.str && !where.string.bytes.empty() && *run.str != where.text_read) {
       patches.replace(where.string.bytes, ps_string_like(where.string, run_bytes(*run.str)));
     }
-    if (run.font_replaced == 1 && run.Tf && !where.font_name.empty()) {
+    const OP_Tf* font = run.find<OP_Tf>();
+    if (run.font_replaced == 1 && font && !where.font_name.empty()) {
       const bool underscore = where.font_name.substr(0, 2) == "/_";
-      patches.replace(where.font_name, (underscore ? "/_" : "/") + run.Tf->fontname);
+      patches.replace(where.font_name, (underscore ? "/_" : "/") + font->fontname);
     }
   }
 }

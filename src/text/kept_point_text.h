@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "support/ps_tokens.h"
+#include "textattr/text_operator.h"
 
 class AI_DOCUMENT;
 class AI_POINT_TEXT;
@@ -26,7 +27,7 @@ class KEPT_POINT_TEXT {
   void patch(const AI_POINT_TEXT& point_text, PATCHES& patches) const;
 
  private:
-  void file(const char* op, const PS_TOKEN* operand, std::string_view font_name,
+  void file(TEXT_OP op, const PS_TOKEN* operand, std::string_view font_name,
             AI_POINT_TEXT& point_text);
 
   // Where each run's string and font name stand in the template, and its text as read.

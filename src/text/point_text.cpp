@@ -45,42 +45,39 @@ void add_to_expansion_pool(size_t input_bytes) {
   expansion_pool += kExpansionFactor * input_bytes;
 }
 
-// Tp TP Ar Ap k K g G Tf Tr TV Tv Ta Tx TX Tt Tz Tl Tk TK Ts Xu Tq: every word of a point
-// text passes here, so the test looks at the characters rather than at a list.
-bool AI_POINT_TEXT::is_operator(const char* word) {
-  const char first = word[0];
-  if (first == '\0') return false;
-  const char second = word[1];
-  if (second == '\0') return first == 'k' || first == 'K' || first == 'g' || first == 'G';
-  if (word[2] != '\0') return false;
-  if (first == 'T') return std::strchr("pPfrVvaxXtzlkKsq", second) != nullptr;
-  if (first == 'A') return second == 'r' || second == 'p';
-  return first == 'X' && second == 'u';
-}
-
-void AI_POINT_TEXT::setup(const char* op, const STACK& stack) {
-  if (std::strcmp(op, "Tp") == 0) {
-    double v[7];
-    for (int i = 0; i < 7; ++i) v[i] = to_double(stack.operand(7 - i));
-    Tp.setup(v[0], v[1], v[2], v[3], v[4], v[5], v[6]);
-  } else if (std::strcmp(op, "Tv") == 0) {
-    Tv.emplace();
-    Tv->setup(to_int(stack.operand(1)));
-  } else if (std::strcmp(op, "TP") == 0) {
-    TP_mark = true;
-  } else if (std::strcmp(op, "Ap") == 0 || std::strcmp(op, "Ar") == 0) {
-    attributes.create(op);
-    attributes.setup(op, stack);
-  } else {
-    setupTxTX(op, stack);
+void AI_POINT_TEXT::setup(TEXT_OP op, const STACK& stack) {
+  switch (op) {
+    case TEXT_OP::none:
+      break;
+    case TEXT_OP::Tp: {
+      double v[7];
+      for (int i = 0; i < 7; ++i) v[i] = to_double(stack.operand(7 - i));
+      Tp.setup(v[0], v[1], v[2], v[3], v[4], v[5], v[6]);
+      break;
+    }
+    case TEXT_OP::Tv:
+      Tv.emplace();
+      Tv->setup(to_int(stack.operand(1)));
+      break;
+    case TEXT_OP::TP:
+      TP_mark = true;
+      break;
+    case TEXT_OP::Ap:
+    case TEXT_OP::Ar:
+      attributes.create(op);
+      attributes.setup(op, stack);
+      break;
+    default:
+      setupTxTX(op, stack);
+      break;
   }
 }
 
 // Style operators gather into the run being filled; its Tx or TX string closes it.
-void AI_POINT_TEXT::setupTxTX(const char* op, const STACK& stack) {
+void AI_POINT_TEXT::setupTxTX(TEXT_OP op, const STACK& stack) {
   if (TxTX_index == TxTX.size()) TxTX.emplace_back();
   TxTX.back().setup(op, stack);
-  if (std::strcmp(op, "Tx") == 0 || std::strcmp(op, "TX") == 0) ++TxTX_index;
+  if (op == TEXT_OP::Tx || op == TEXT_OP::TX) ++TxTX_index;
 }
 
 void AI_POINT_TEXT::print(Output& out) const {

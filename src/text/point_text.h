@@ -26,11 +26,8 @@ void add_to_expansion_pool(size_t input_bytes);
 
 class AI_POINT_TEXT {
  public:
-  // Whether word is one of the operators that the model files.
-  static bool is_operator(const char* word);
-
   // Files one operator; it is the newest word of stack, its operands the words below.
-  void setup(const char* op, const STACK& stack);
+  void setup(TEXT_OP op, const STACK& stack);
   void print(Output& out) const;
   // The runs' strings joined with sep (simply concatenated when sep is null); nothing when
   // no run has a string.
@@ -57,7 +54,7 @@ class AI_POINT_TEXT {
   void setup_tabtxt_split(const std::string& text);
   void font_replace(const char* pattern);
   void rimba_encode_tx();
-  void setupTxTX(const char* op, const STACK& stack);
+  void setupTxTX(TEXT_OP op, const STACK& stack);
   void report(const std::string& match, long long row, long long col, const char* outcome);
 
   OP_Tp Tp;

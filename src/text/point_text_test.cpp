@@ -17,11 +17,13 @@ AI_POINT_TEXT parse(const std::vector<std::string>& lines) {
   STACK stack;
   TOKEN token;
   for (const std::string& line : lines) {
-    token.init(line.c_str(), " ");
-    while (const char* word = token.get()) {
+    token.init(line, " ");
+    std::string_view word;
+    while (token.next(&word)) {
       stack.push_bounded(word, 10);
-      if (!AI_POINT_TEXT::is_operator(word)) continue;
-      text.setup(word, stack);
+      const TEXT_OP op = text_operator(word);
+      if (op == TEXT_OP::none) continue;
+      text.setup(op, stack);
       stack.free_all();
     }
   }

@@ -36,7 +36,7 @@ bool AI_TEXT_REPLACE::setup_kept(const AI_DOCUMENT& doc, int first, int last) {
 bool AI_TEXT_REPLACE::setup(const AI_DOCUMENT& doc, int first, int last) {
   // Long words are an error only in a point text that is to be replaced; any other text
   // object is written as read, whatever it holds. One stack serves every object, so that
-  // its words keep their storage from one object to the next.
+  // its ring of words is made once.
   static STACK stack(true);
   stack.clear();
   TOKEN token;
@@ -45,9 +45,9 @@ bool AI_TEXT_REPLACE::setup(const AI_DOCUMENT& doc, int first, int last) {
     std::string_view view;
     while (token.next(&view)) {
       stack.push_bounded(view, kStackBound);
-      const char* word = stack.peek(0);
-      if (!AI_POINT_TEXT::is_operator(word)) continue;
-      point_text.setup(word, stack);
+      const TEXT_OP op = text_operator(view);
+      if (op == TEXT_OP::none) continue;
+      point_text.setup(op, stack);
       stack.free_all();
     }
   }

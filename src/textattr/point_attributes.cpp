@@ -1,7 +1,5 @@
 #include "textattr/point_attributes.h"
 
-#include <string_view>
-
 #include "support/numbers.h"
 #include "support/output.h"
 #include "support/stack.h"
@@ -29,19 +27,17 @@ void OP_Ar::print(Output& out) const {
   out.printf("%d Ar%s", value, "\r");
 }
 
-void AI_ATTRIBUTES::create(const char* op) {
-  std::string_view word = op;
-  if (word == "Ap") Ap.emplace();
-  if (word == "Ar") Ar.emplace();
+void AI_ATTRIBUTES::create(TEXT_OP op) {
+  if (op == TEXT_OP::Ap) Ap.emplace();
+  if (op == TEXT_OP::Ar) Ar.emplace();
 }
 
-void AI_ATTRIBUTES::setup(const char* op, const STACK& stack) {
-  std::string_view word = op;
-  if (word == "Ap") {
+void AI_ATTRIBUTES::setup(TEXT_OP op, const STACK& stack) {
+  if (op == TEXT_OP::Ap) {
     if (!Ap) Ap.emplace();
     Ap->setup(to_int(stack.operand(1)));
   }
-  if (word == "Ar") {
+  if (op == TEXT_OP::Ar) {
     if (!Ar) Ar.emplace();
     Ar->setup(to_int(stack.operand(1)));
   }

@@ -4,6 +4,8 @@
 
 #include <optional>
 
+#include "textattr/text_operator.h"
+
 class Output;
 class STACK;
 
@@ -34,11 +36,11 @@ class OP_Ar {
 
 class AI_ATTRIBUTES {
  public:
-  // For Ap or Ar, makes a new record in place of any held; other words do nothing.
-  void create(const char* op);
+  // For Ap or Ar, makes a new record in place of any held; other operators do nothing.
+  void create(TEXT_OP op);
   // For Ap or Ar, fills the record from the operand below op, the newest word of stack
-  // (making the record if create was not called); other words do nothing.
-  void setup(const char* op, const STACK& stack);
+  // (making the record if create was not called); other operators do nothing.
+  void setup(TEXT_OP op, const STACK& stack);
   // Ap then Ar, each only if read.
   void print(Output& out) const;
 

@@ -12,8 +12,9 @@ namespace {
 // Pushes one template line and files its operator, the last word, as the point text does.
 void read(AI_ATTRIBUTES& attributes, STACK& stack, std::initializer_list<const char*> words) {
   for (const char* word : words) stack.push(word);
-  attributes.create(stack.peek(0));
-  attributes.setup(stack.peek(0), stack);
+  const TEXT_OP op = text_operator(*stack.peek(0));
+  attributes.create(op);
+  attributes.setup(op, stack);
 }
 
 }  // namespace

@@ -3,11 +3,16 @@
 // its runs alone, so a run prints only the operators it read, in a fixed order.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <variant>
+#include <vector>
 
 #include "textattr/paint_style.h"
+#include "textattr/text_operator.h"
 #include "textattr/text_style.h"
 
 class Output;
@@ -15,33 +20,36 @@ class STACK;
 
 class AI_TxTX {
  public:
-  // Files one operator; op is the operator word, which is also stack.peek(0). A repeated
-  // operator replaces its record; words that are no run operator are ignored.
-  void setup(const char* op, const STACK& stack);
-  // k g K G, then Tf Tr TV Ta Tt Tz Tl Tk TK Ts Xu Tq, then the Tx string, then the TX
-  // string, each only if read.
+  // The record of one style operator, in the order a run prints them.
+  using RECORD = std::variant<OP_k, OP_g, OP_K, OP_G, OP_Tf, OP_Tr, OP_TV, OP_Ta, OP_Tt, OP_Tz,
+                              OP_Tl, OP_Tk, OP_TK, OP_Ts, OP_Xu, OP_Tq>;
+
+  // Files one operator, the newest word of stack. A repeated operator replaces its record;
+  // operators that belong to no run are ignored.
+  void setup(TEXT_OP op, const STACK& stack);
+  // k g K G, then Tf Tr TV Ta Tt Tz Tl Tk TK Ts Xu Tq, then the string, each only if read.
   void print(Output& out) const;
   // The run's string; nullptr when it has none.
   std::string* string() { return str ? &*str : nullptr; }
   const std::string* string() const { return str ? &*str : nullptr; }
 
-  std::optional<OP_k> k;
-  std::optional<OP_g> g;
-  std::optional<OP_K> K;
-  std::optional<OP_G> G;
-  std::optional<OP_Tf> Tf;
+  // The record of operator OP (OP_Tf, OP_k, ...); nullptr when the run read none.
+  template <class OP>
+  OP* find() {
+    auto at = place<OP>();
+    return at != records.end() && at->index() == kIndex<OP> ? &std::get<OP>(*at) : nullptr;
+  }
+  template <class OP>
+  const OP* find() const {
+    return const_cast<AI_TxTX*>(this)->find<OP>();
+  }
+  template <class OP>
+  void drop() {
+    auto at = place<OP>();
+    if (at != records.end() && at->index() == kIndex<OP>) records.erase(at);
+  }
+
   int font_replaced = 0;
-  std::optional<OP_Tr> Tr;
-  std::optional<OP_TV> TV;
-  std::optional<OP_Ta> Ta;
-  std::optional<OP_Tt> Tt;
-  std::optional<OP_Tz> Tz;
-  std::optional<OP_Tl> Tl;
-  std::optional<OP_Tk> Tk;
-  std::optional<OP_TK> TK;
-  std::optional<OP_Ts> Ts;
-  std::optional<OP_Xu> Xu;
-  std::optional<OP_Tq> Tq;
   // The string of the Tx or TX operator that closed the run (a run has at most one), without
   // its enclosing parentheses, escapes as written in the template.
   std::optional<std::string> str;
@@ -51,8 +59,34 @@ class AI_TxTX {
   bool number_encoded = false;
 
  private:
-  void paint_style_setup(std::string_view op, const STACK& stack);
-  void text_style_setup(std::string_view op, const STACK& stack);
-  void paint_style_print(Output& out) const;
-  void text_style_print(Output& out) const;
+  template <class OP, size_t I = 0>
+  static constexpr size_t index_of() {
+    if constexpr (std::is_same_v<OP, std::variant_alternative_t<I, RECORD>>) {
+      return I;
+    } else {
+      return index_of<OP, I + 1>();
+    }
+  }
+  template <class OP>
+  static constexpr size_t kIndex = index_of<OP>();
+
+  // Where the record of OP is, or would go.
+  template <class OP>
+  std::vector<RECORD>::iterator place() {
+    auto at = records.begin();
+    while (at != records.end() && at->index() < kIndex<OP>) ++at;
+    return at;
+  }
+  // The record of OP, made in its place when the run has none yet.
+  template <class OP>
+  OP& record() {
+    auto at = place<OP>();
+    if (at == records.end() || at->index() != kIndex<OP>) {
+      at = records.emplace(at, std::in_place_type<OP>);
+    }
+    return std::get<OP>(*at);
+  }
+
+  // Only the operators read take room: most runs read two or three of the sixteen.
+  std::vector<RECORD> records;
 };

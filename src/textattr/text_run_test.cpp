@@ -16,7 +16,7 @@ class TextRunTest : public ::testing::Test {
   // the last word, into the run.
   void read(std::initializer_list<const char*> words) {
     for (const char* word : words) stack.push(word);
-    run.setup(stack.peek(0), stack);
+    run.setup(text_operator(*stack.peek(0)), stack);
   }
 
   std::string printed() const { return ::printed(run); }
@@ -42,7 +42,7 @@ TEST_F(TextRunTest, WorkedExampleRuns) {
   AI_TxTX second;
   stack.push("(\\r)");
   stack.push("TX");
-  second.setup("TX", stack);
+  second.setup(TEXT_OP::TX, stack);
   Output out;
   second.print(out);
   EXPECT_EQ("(\\r) TX\r", out.text());
@@ -99,7 +99,7 @@ TEST_F(TextRunTest, RepeatedOperatorKeepsOnlyTheLaterOperands) {
       "/_B 11.000000 13.000000 0.000000 Tf\r"
       "2 Tr\r",
       printed());
-  EXPECT_EQ("B", run.Tf->fontname);
+  EXPECT_EQ("B", run.find<OP_Tf>()->fontname);
 }
 
 TEST_F(TextRunTest, OperandsAreTheNearestStackEntries) {
@@ -118,17 +118,17 @@ TEST_F(TextRunTest, MissingOperandsReadAsEmptyWords) {
   AI_TxTX font_only;
   STACK short_stack;
   short_stack.push("Tf");
-  font_only.setup("Tf", short_stack);
-  EXPECT_EQ("", font_only.Tf->fontname);
+  font_only.setup(TEXT_OP::Tf, short_stack);
+  EXPECT_EQ("", font_only.find<OP_Tf>()->fontname);
 }
 
 TEST_F(TextRunTest, XuFirstOperandFollowsItsPrefix) {
   read({"%_0", "50", "100", "0", "Xu"});
   EXPECT_EQ("%_0 50 100 0 Xu\r", printed());
   read({"%_-7", "1", "2", "3", "Xu"});
-  EXPECT_EQ(-7, run.Xu->values[0]);
+  EXPECT_EQ(-7, run.find<OP_Xu>()->values[0]);
   read({"9", "1", "2", "3", "Xu"});
-  EXPECT_EQ(0, run.Xu->values[0]);
+  EXPECT_EQ(0, run.find<OP_Xu>()->values[0]);
 }
 
 TEST_F(TextRunTest, StringOperandLosesOnlyItsOuterCharacters) {

@@ -1,12 +1,9 @@
 #include "textattr/text_style.h"
 
-#include <string_view>
-
 #include "support/output.h"
 
-void OP_Tf::setup(const char* token, double v0, double v1, double v2) {
-  std::string_view word = token;
-  fontname = word.size() < 2 ? std::string() : std::string(word.substr(2));
+void OP_Tf::setup(std::string_view token, double v0, double v1, double v2) {
+  fontname = token.size() < 2 ? std::string() : std::string(token.substr(2));
   values[0] = v0;
   values[1] = v1;
   values[2] = v2;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 class Output;
 
@@ -11,7 +12,7 @@ class Output;
 class OP_Tf {
  public:
   // Takes the name from the token's third character on; a shorter token gives "".
-  void setup(const char* token, double v0, double v1, double v2);
+  void setup(std::string_view token, double v0, double v1, double v2);
   void print(Output& out) const;
 
   std::string fontname;
