@@ -47,9 +47,7 @@ void AI_LAYER::setup_unmarked(const AI_DOCUMENT& doc, int first, int last) {
 void AI_LAYER::setup_text(const AI_DOCUMENT& doc) {
   for (int i = first_line; (i = doc.find_text_line(i, last_line - 1)) >= 0;) {
     if (texts.size() == kMaxTexts) fail("overflow text\n");
-    auto object = std::make_unique<AI_TEXT>();
-    object->setup(doc, i, last_line, &i);
-    texts.push_back(std::move(object));
+    texts.emplace_back().setup(doc, i, last_line, &i);
   }
 }
 
@@ -72,11 +70,11 @@ void AI_LAYER::print_new(const AI_DOCUMENT& doc, Output& out) const {
   size_t next_text = 0;
   size_t next_placed = 0;
   for (int i = first_line; i <= last_line;) {
-    while (next_text < texts.size() && texts[next_text]->first_line < i) ++next_text;
+    while (next_text < texts.size() && texts[next_text].first_line < i) ++next_text;
     while (next_placed < placed_arts.size() && placed_arts[next_placed]->first_line < i) {
       ++next_placed;
     }
-    const int text_at = next_text < texts.size() ? texts[next_text]->first_line : last_line + 1;
+    const int text_at = next_text < texts.size() ? texts[next_text].first_line : last_line + 1;
     const int placed_at =
         next_placed < placed_arts.size() ? placed_arts[next_placed]->first_line : last_line + 1;
     const int object_at = std::min(text_at, placed_at);
@@ -84,7 +82,7 @@ void AI_LAYER::print_new(const AI_DOCUMENT& doc, Output& out) const {
     if (object_at > i) {
       doc.print_lines(i, last, out);
     } else if (text_at == i) {
-      texts[next_text++]->print_new(doc, out, &last);
+      texts[next_text++].print_new(doc, out, &last);
     } else {
       placed_arts[next_placed++]->print_new(doc, out, &last);
     }
@@ -93,14 +91,14 @@ void AI_LAYER::print_new(const AI_DOCUMENT& doc, Output& out) const {
 }
 
 void AI_LAYER::setup_replace_text(const char* id, const TAB_TEXT& table) {
-  for (auto& object : texts) {
-    if (object->replace) object->replace->setup_tabtxt(id, table);
+  for (AI_TEXT& object : texts) {
+    if (object.replace) object.replace->setup_tabtxt(id, table);
   }
 }
 
 void AI_LAYER::setup_replace_text(const TAB_TEXT& table) {
-  for (auto& object : texts) {
-    if (object->replace) object->replace->setup_tabtxt(table);
+  for (AI_TEXT& object : texts) {
+    if (object.replace) object.replace->setup_tabtxt(table);
   }
 }
 
@@ -111,15 +109,15 @@ void AI_LAYER::setup_replace_placed_art(const char* id, const TAB_TEXT& table) {
 }
 
 void AI_LAYER::report_unreplaced() const {
-  for (const auto& object : texts) {
-    if (object->replace) object->replace->report_unreplaced();
+  for (const AI_TEXT& object : texts) {
+    if (object.replace) object.replace->report_unreplaced();
   }
   for (const auto& object : placed_arts) object->replace->report_unreplaced();
 }
 
 void AI_LAYER::restore_analysed() {
-  for (auto& object : texts) {
-    if (object->replace) object->replace->restore_analysed();
+  for (AI_TEXT& object : texts) {
+    if (object.replace) object.replace->restore_analysed();
   }
   for (auto& object : placed_arts) object->replace->restore_analysed();
 }

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "document/sections.h"
+#include "text/ai_text.h"
 
-class AI_TEXT;
 class AI_PLACED_ART;
 
 class AI_LAYER : public LINE_RANGE {
@@ -35,7 +35,7 @@ class AI_LAYER : public LINE_RANGE {
 
   int text_count() const { return static_cast<int>(texts.size()); }
   int placed_art_count() const { return static_cast<int>(placed_arts.size()); }
-  const AI_TEXT& text(int index) const { return *texts[static_cast<size_t>(index)]; }
+  const AI_TEXT& text(int index) const { return texts[static_cast<size_t>(index)]; }
   const AI_PLACED_ART& placed_art(int index) const {
     return *placed_arts[static_cast<size_t>(index)];
   }
@@ -44,7 +44,8 @@ class AI_LAYER : public LINE_RANGE {
   void setup_text(const AI_DOCUMENT& doc);
   void setup_placed_art(const AI_DOCUMENT& doc);
 
-  std::vector<std::unique_ptr<AI_TEXT>> texts;
+  // By value: a layer may hold a hundred thousand texts, most of them a few lines each.
+  std::vector<AI_TEXT> texts;
   std::vector<std::unique_ptr<AI_PLACED_ART>> placed_arts;
 };
 

@@ -11,25 +11,18 @@ void STACK::grow() {
   ring.emplace_back();
 }
 
-void STACK::push(std::string_view token) {
-  if (token.size() > STACK_OBJ::kMaxLength) {
-    if (!defer_size_errors) fail("STACK_OBJ::str size error\n");
-    overlong = true;
-  }
-  if (held == ring.size()) grow();
-  slot(held).str = token;
-  ++held;
+void STACK::long_word() {
+  if (!defer_size_errors) fail("STACK_OBJ::str size error\n");
+  overlong = true;
 }
 
-void STACK::push_bounded(std::string_view token, int bound) {
-  if (bound >= 0 && ring.size() <= static_cast<size_t>(bound)) {
-    ring.reserve(static_cast<size_t>(bound) + 1);
-  }
-  push(token);
-  while (count() > bound) {
-    shift();
-    free_overflow();
-  }
+// The oldest words go as shift and free_overflow would take them, without the round trip
+// through the overflow slot.
+void STACK::drop_beyond(int bound) {
+  if (overflow_held) fail("free stack overflow!\n");
+  const size_t dropped = held - static_cast<size_t>(std::max(bound, 0));
+  oldest = wrap(oldest + dropped);
+  held -= dropped;
 }
 
 std::optional<std::string_view> STACK::peek(int i) const {

@@ -24,9 +24,17 @@ class STACK {
 
   // Pushes the word. A word of more than STACK_OBJ::kMaxLength characters fails the run with
   // "STACK_OBJ::str size error\n", unless the stack defers that error.
-  void push(std::string_view token);
+  void push(std::string_view token) {
+    if (token.size() > STACK_OBJ::kMaxLength) long_word();
+    if (held == ring.size()) grow();
+    slot(held).str = token;
+    ++held;
+  }
   // push, then drop the oldest words while more than bound are held.
-  void push_bounded(std::string_view token, int bound);
+  void push_bounded(std::string_view token, int bound) {
+    push(token);
+    if (count() > bound) drop_beyond(bound);
+  }
   int count() const { return static_cast<int>(held); }
   // peek(0) is the newest word, peek(-1) the one before it; nothing past the oldest word and
   // for any positive i.
@@ -56,6 +64,8 @@ class STACK {
   STACK_OBJ& slot(size_t from_oldest) { return ring[wrap(oldest + from_oldest)]; }
   const STACK_OBJ& slot(size_t from_oldest) const { return ring[wrap(oldest + from_oldest)]; }
   void grow();
+  void long_word();
+  void drop_beyond(int bound);
 
   bool defer_size_errors = false;
   bool overlong = false;

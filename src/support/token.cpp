@@ -30,31 +30,26 @@ const char* TOKEN::string_end(const char* open) const {
   return nullptr;
 }
 
-bool TOKEN::next(std::string_view* word) {
-  if (!cursor) return false;
+// A word that begins with "(" runs to the ")" that closes it, or to the end of the line.
+bool TOKEN::next_string(std::string_view* word) {
   const std::string_view rest(cursor, static_cast<size_t>(end - cursor));
-  if (!rest.empty() && rest[0] == '(') {
-    const char* close = string_end(cursor);
-    if (!close) {
-      *word = rest;
-      cursor = nullptr;
-    } else {
-      *word = rest.substr(0, static_cast<size_t>(close - cursor) + 1);
-      cursor = close + 1;
-      if (delim_len > 0 && starts_with_delim(cursor)) cursor += delim_len;
-    }
-    return true;
-  }
-  const size_t found =
-      delim_len > 0 ? rest.find(std::string_view(delim, delim_len)) : std::string_view::npos;
-  if (found != std::string_view::npos) {
-    *word = rest.substr(0, found);
-    cursor += found + delim_len;
-  } else {
+  const char* close = string_end(cursor);
+  if (!close) {
     *word = rest;
     cursor = nullptr;
+  } else {
+    *word = rest.substr(0, static_cast<size_t>(close - cursor) + 1);
+    cursor = close + 1;
+    if (delim_len > 0 && starts_with_delim(cursor)) cursor += delim_len;
   }
   return true;
+}
+
+const char* TOKEN::find_long_delim(const char* from) const {
+  const std::string_view rest(from, static_cast<size_t>(end - from));
+  const size_t found =
+      delim_len > 0 ? rest.find(std::string_view(delim, delim_len)) : std::string_view::npos;
+  return found == std::string_view::npos ? end : from + found;
 }
 
 bool TOKEN::starts_with_delim(const char* p) const {

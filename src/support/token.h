@@ -11,11 +11,29 @@ class TOKEN {
   void init(std::string_view line, const char* delim);
   // The next word, as a view into the line; false when the line is used up. The first call
   // after init always gives a word, even for an empty line.
-  bool next(std::string_view* word);
+  bool next(std::string_view* word) {
+    if (!cursor) return false;
+    if (cursor < end && *cursor == '(') return next_string(word);
+    const char* stop = find_delim(cursor);
+    *word = std::string_view(cursor, static_cast<size_t>(stop - cursor));
+    cursor = stop == end ? nullptr : stop + delim_len;
+    return true;
+  }
 
  private:
   const char* string_end(const char* open) const;
   bool starts_with_delim(const char* p) const;
+  bool next_string(std::string_view* word);
+  // The first delimiter at or after from, or the end of the line. Words are short, so the
+  // one-character delimiter that the tool's readers use is found by a plain loop rather
+  // than a library search.
+  const char* find_delim(const char* from) const {
+    if (delim_len != 1) return find_long_delim(from);
+    const char* p = from;
+    while (p < end && *p != *delim) ++p;
+    return p;
+  }
+  const char* find_long_delim(const char* from) const;
 
   const char* end = nullptr;
   const char* delim = nullptr;

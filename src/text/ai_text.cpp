@@ -6,6 +6,8 @@
 #include "text/text_replace.h"
 
 AI_TEXT::AI_TEXT() = default;
+AI_TEXT::AI_TEXT(AI_TEXT&&) noexcept = default;
+AI_TEXT& AI_TEXT::operator=(AI_TEXT&&) noexcept = default;
 AI_TEXT::~AI_TEXT() = default;
 
 void AI_TEXT::setup(const AI_DOCUMENT& doc, int line, int layer_last, int* next) {

@@ -13,6 +13,8 @@ class Output;
 class AI_TEXT {
  public:
   AI_TEXT();
+  AI_TEXT(AI_TEXT&&) noexcept;
+  AI_TEXT& operator=(AI_TEXT&&) noexcept;
   ~AI_TEXT();
   // line is the object's "To" line, layer_last the layer's last line, the bound of the
   // search for "TO"; next receives the index of the line after the "TO" line.

@@ -80,6 +80,8 @@ class AI_TxTX {
   // The record of OP, made in its place when the run has none yet.
   template <class OP>
   OP& record() {
+    // Most runs read up to four style operators: one allocation holds them.
+    if (records.empty()) records.reserve(4);
     auto at = place<OP>();
     if (at == records.end() || at->index() != kIndex<OP>) {
       at = records.emplace(at, std::in_place_type<OP>);
