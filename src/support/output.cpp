@@ -8,6 +8,7 @@
 #include <climits>
 #include <cmath>
 #include <cstdarg>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <vector>
@@ -75,6 +76,28 @@ class Scratch {
   size_t used = 0;
 };
 
+// The two digits of each number below 100, two at a time being twice as fast as one.
+constexpr char kPairs[] =
+    "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+    "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+    "8081828384858687888990919293949596979899";
+
+// Writes n (below 100) as two digits right before end; returns where they begin.
+char* pair_before(char* end, uint64_t n) {
+  end[-1] = kPairs[2 * n + 1];
+  end[-2] = kPairs[2 * n];
+  return end - 2;
+}
+
+// Writes n in decimal so that it ends right before end; returns where it begins.
+char* digits_before(char* end, uint64_t n) {
+  char* first = end;
+  for (; n >= 100; n /= 100) first = pair_before(first, n % 100);
+  if (n >= 10) return pair_before(first, n);
+  *--first = static_cast<char>('0' + n);
+  return first;
+}
+
 void put_integer(Scratch& out, long long value) {
   char* at = out.room(24);
   out.advance(static_cast<size_t>(std::to_chars(at, at + 24, value).ptr - at));
@@ -82,19 +105,25 @@ void put_integer(Scratch& out, long long value) {
 
 // "%f": six decimals, exactly as the C library writes them. A value whose millionths are
 // an integer to well within the rounding margin is written from that integer; every other
-// value (and NaN, infinities, large values) goes through the C library.
+// value (and NaN, infinities, large values) goes through the C library. Where adding a half
+// and cutting does not round to the nearest integer, the value lies halfway between two and
+// fails the margin anyway.
 void put_real(Scratch& out, double value) {
   const double millionths = std::fabs(value) * 1e6;
   if (millionths < 1e12) {
-    const long long whole = std::llround(millionths);
+    const auto whole = static_cast<uint64_t>(millionths + 0.5);
     if (std::fabs(millionths - static_cast<double>(whole)) < 1e-3) {
-      if (std::signbit(value)) out.put("-", 1);
-      put_integer(out, whole / 1000000);
-      // The six decimals with their leading zeros: "1dddddd" with the '.' written over the 1.
-      char* fraction = out.room(7);
-      std::to_chars(fraction, fraction + 7, whole % 1000000 + 1000000);
-      fraction[0] = '.';
-      out.advance(7);
+      // Written from the last digit back: six decimals, the point, the integer part.
+      char text[24];
+      char* const end = text + sizeof text;
+      const uint64_t decimals = whole % 1000000;
+      char* first = pair_before(end, decimals % 100);
+      first = pair_before(first, decimals / 100 % 100);
+      first = pair_before(first, decimals / 10000);
+      *--first = '.';
+      first = digits_before(first, whole / 1000000);
+      if (std::signbit(value)) *--first = '-';
+      out.put(first, static_cast<size_t>(end - first));
       return;
     }
   }
@@ -109,7 +138,30 @@ void put_real(Scratch& out, double value) {
   out.put(long_text.data(), static_cast<size_t>(length));
 }
 
+template <typename NUMBER, typename PUT>
+void put_line(std::string& buffer, std::initializer_list<NUMBER> values, std::string_view op,
+              PUT put) {
+  Scratch out(buffer);
+  for (NUMBER value : values) {
+    put(out, value);
+    out.put(" ", 1);
+  }
+  out.put(op.data(), op.size());
+  out.put("\r", 1);
+  out.flush();
+}
+
 }  // namespace
+
+void Output::reals_line(std::initializer_list<double> values, std::string_view op) {
+  put_line(buffer, values, op, put_real);
+  flush_if_full();
+}
+
+void Output::integers_line(std::initializer_list<int> values, std::string_view op) {
+  put_line(buffer, values, op, put_integer);
+  flush_if_full();
+}
 
 // Formats %f, %d, %s and %% itself; a format with any other conversion goes through the C
 // library instead, from a copy of the arguments taken before any was read.

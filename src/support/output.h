@@ -5,6 +5,7 @@
 
 #include <cstdarg>
 #include <cstddef>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,11 @@ class Output {
   void write_kept(std::string_view bytes);
   // The text and a carriage return: how every line of the document ends.
   void line(std::string_view text);
+  // The fixed formats of the operator records, without a format string to read: each number
+  // as "%f" (reals) or "%d" (integers) writes it and followed by a blank, then the operator
+  // and a carriage return ("0.500000 g\r", "1 0 Tk\r").
+  void reals_line(std::initializer_list<double> values, std::string_view op);
+  void integers_line(std::initializer_list<int> values, std::string_view op);
   void printf(const char* format, ...) __attribute__((format(printf, 2, 3)));
   // Writes what is buffered and queued; throws Error("output write error\n") when it cannot.
   void flush();

@@ -28,9 +28,9 @@ void AI_TEXT::setup(const AI_DOCUMENT& doc, int line, int layer_last, int* next)
 
 void AI_TEXT::print_new(const AI_DOCUMENT& doc, Output& out, int* last) const {
   if (replace) {
-    out.printf("%d %s%s", text_type, "To", "\r");
+    out.integers_line({text_type}, "To");
     replace->print_new(out);
-    out.printf("%s%s", "TO", "\r");
+    out.line("TO");
   } else {
     print_text(doc, out);
   }

@@ -3,17 +3,17 @@
 #include "support/output.h"
 
 void OP_k::print(Output& out) const {
-  out.printf("%f %f %f %f k%s", cyan, magenta, yellow, black, "\r");
+  out.reals_line({cyan, magenta, yellow, black}, "k");
 }
 
 void OP_g::print(Output& out) const {
-  out.printf("%f g%s", gray, "\r");
+  out.reals_line({gray}, "g");
 }
 
 void OP_K::print(Output& out) const {
-  out.printf("%f %f %f %f K%s", cyan, magenta, yellow, black, "\r");
+  out.reals_line({cyan, magenta, yellow, black}, "K");
 }
 
 void OP_G::print(Output& out) const {
-  out.printf("%f G%s", gray, "\r");
+  out.reals_line({gray}, "G");
 }

@@ -15,16 +15,16 @@ void OP_Tp::setup(double v0, double v1, double v2, double v3, double v4, double 
 }
 
 void OP_Tp::print(Output& out) const {
-  out.printf("%f %f %f %f %f %f %f Tp%s", values[0], values[1], values[2], values[3], values[4],
-             values[5], values[6], "\r");
+  out.reals_line({values[0], values[1], values[2], values[3], values[4], values[5], values[6]},
+                 "Tp");
 }
 
 void OP_Ap::print(Output& out) const {
-  out.printf("%d Ap%s", value, "\r");
+  out.integers_line({value}, "Ap");
 }
 
 void OP_Ar::print(Output& out) const {
-  out.printf("%d Ar%s", value, "\r");
+  out.integers_line({value}, "Ar");
 }
 
 void AI_ATTRIBUTES::create(TEXT_OP op) {
@@ -49,5 +49,5 @@ void AI_ATTRIBUTES::print(Output& out) const {
 }
 
 void OP_Tv::print(Output& out) const {
-  out.printf("%d Tv%s", value, "\r");
+  out.integers_line({value}, "Tv");
 }

@@ -102,5 +102,8 @@ void AI_TxTX::print(Output& out) const {
   for (const RECORD& record : records) {
     std::visit([&out](const auto& op) { op.print(out); }, record);
   }
-  if (str) out.printf("(%s) %s%s", str->c_str(), str_is_TX ? "TX" : "Tx", "\r");
+  if (!str) return;
+  out.write("(");
+  out.write(*str);
+  out.line(str_is_TX ? ") TX" : ") Tx");
 }

@@ -10,49 +10,53 @@ void OP_Tf::setup(std::string_view token, double v0, double v1, double v2) {
 }
 
 void OP_Tf::print(Output& out) const {
-  out.printf("/_%s %f %f %f Tf%s", fontname.c_str(), values[0], values[1], values[2], "\r");
+  out.write("/_");
+  out.write(fontname);
+  out.write(" ");
+  out.reals_line({values[0], values[1], values[2]}, "Tf");
 }
 
 void OP_Tr::print(Output& out) const {
-  out.printf("%d Tr%s", value, "\r");
+  out.integers_line({value}, "Tr");
 }
 
 void OP_TV::print(Output& out) const {
-  out.printf("%d TV%s", value, "\r");
+  out.integers_line({value}, "TV");
 }
 
 void OP_Ta::print(Output& out) const {
-  out.printf("%d Ta%s", value, "\r");
+  out.integers_line({value}, "Ta");
 }
 
 void OP_Tt::print(Output& out) const {
-  out.printf("%d Tt%s", value, "\r");
+  out.integers_line({value}, "Tt");
 }
 
 void OP_Tz::print(Output& out) const {
-  out.printf("%f %f Tz%s", values[0], values[1], "\r");
+  out.reals_line({values[0], values[1]}, "Tz");
 }
 
 void OP_Tl::print(Output& out) const {
-  out.printf("%f %f Tl%s", values[0], values[1], "\r");
+  out.reals_line({values[0], values[1]}, "Tl");
 }
 
 void OP_Tk::print(Output& out) const {
-  out.printf("%d %d Tk%s", values[0], values[1], "\r");
+  out.integers_line({values[0], values[1]}, "Tk");
 }
 
 void OP_TK::print(Output& out) const {
-  out.printf("%d %d TK%s", values[0], values[1], "\r");
+  out.integers_line({values[0], values[1]}, "TK");
 }
 
 void OP_Ts::print(Output& out) const {
-  out.printf("%f Ts%s", value, "\r");
+  out.reals_line({value}, "Ts");
 }
 
 void OP_Xu::print(Output& out) const {
-  out.printf("%%_%d %d %d %d Xu%s", values[0], values[1], values[2], values[3], "\r");
+  out.write("%_");
+  out.integers_line({values[0], values[1], values[2], values[3]}, "Xu");
 }
 
 void OP_Tq::print(Output& out) const {
-  out.printf("%d Tq%s", value, "\r");
+  out.integers_line({value}, "Tq");
 }
