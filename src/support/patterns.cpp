@@ -1,5 +1,8 @@
 #include "support/patterns.h"
 
+#include <algorithm>
+#include <cctype>
+#include <climits>
 #include <map>
 
 #include "driver/diagnostics.h"
@@ -108,6 +111,18 @@ bool holds_plain_placeholder(std::string_view text) {
   return false;
 }
 
+bool plain_identifier(const char* id) {
+  for (const char* c = id; *c; ++c) {
+    if (!std::isalnum(static_cast<unsigned char>(*c))) return false;
+  }
+  return true;
+}
+
+bool holds_two_dashes(std::string_view text) {
+  const size_t first = text.find('-');
+  return first != std::string_view::npos && text.find('-', first + 1) != std::string_view::npos;
+}
+
 bool may_end_placeholder(std::string_view bytes, bool decoded) {
   if (decoded && bytes.find_first_of("\\<") != std::string_view::npos) return true;
   for (size_t p = bytes.find('-'); p != std::string_view::npos; p = bytes.find('-', p + 1)) {
@@ -132,15 +147,32 @@ long long number(const std::string& digits) {
   return to_int(digits.c_str());
 }
 
+bool is_digit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+// The next run of digits at or after *at, read as to_int reads it, with the tabs between
+// runs passed over as if the text had none; false when no digit follows.
+bool next_number(std::string_view text, size_t* at, long long* value) {
+  size_t p = *at;
+  while (p < text.size() && !is_digit(text[p])) ++p;
+  if (p == text.size()) return false;
+  constexpr long long kSaturated = static_cast<long long>(INT_MAX) + 1;
+  long long n = 0;
+  for (; p < text.size() && (is_digit(text[p]) || text[p] == '\t'); ++p) {
+    if (text[p] != '\t') n = std::min(n * 10 + (text[p] - '0'), kSaturated);
+  }
+  *value = std::min(n, static_cast<long long>(INT_MAX));
+  *at = p;
+  return true;
+}
+
 }  // namespace
 
 void rowcol(const std::string& match, long long* row, long long* col) {
-  const std::string text = without_tabs(match);
   size_t at = 0;
-  const std::string first(MY_STRING::next_digits(text, &at));
-  const std::string second(MY_STRING::next_digits(text, &at));
-  *row = number(first);
-  *col = second.empty() ? *row : number(second);
+  *row = 0;
+  if (!next_number(match, &at, row) || !next_number(match, &at, col)) *col = *row;
 }
 
 void rowcol_font(const std::string& match, long long* row, long long* col, std::string* font) {

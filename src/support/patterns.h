@@ -39,6 +39,14 @@ const char* placeholder_pattern(const char* id, bool with_font);
 // "[A-Z]+-[0-9]+-[0-9]+", found without a regular expression since every text object asks.
 bool holds_plain_placeholder(std::string_view text);
 
+// Whether id is made of letters and digits only. Its pattern then matches it as written;
+// other characters may be read by the expression as operators of their own.
+bool plain_identifier(const char* id);
+// Whether text holds two dashes, as every match of the pattern for any identifier or for a
+// plain one does: most texts, once their placeholders are replaced, have none, and need no
+// further search.
+bool holds_two_dashes(std::string_view text);
+
 // Whether the template's bytes of some lines may hold the second '-' of a placeholder
 // "LETTERS-DIGITS-DIGITS" as part of a run's string: in the string a digit follows it, or
 // the string ends right after it, one character (a ")" or the word's last) before a space or

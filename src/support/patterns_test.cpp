@@ -100,8 +100,9 @@ TEST(PatternsTest, RowColumnAndFont) {
   };
   const CASE cases[] = {
       {"TX-2-3", false, 2, 3, ""},
-      {"TX-1\t2-3\t", false, 12, 3, ""},  // digits split over runs are read whole
-      {"T2-5-6", false, 2, 5, ""},        // digits of the identifier come first
+      {"TX-1\t2-3\t", false, 12, 3, ""},   // digits split over runs are read whole
+      {"TX-\t4\t\t5", false, 45, 45, ""},  // one number names row and column
+      {"T2-5-6", false, 2, 5, ""},         // digits of the identifier come first
       {"TX-99999999999999999999-1", false, INT_MAX, 1, ""},  // out of range names no cell
       {"TX-2-3_", true, 2, 3, ""},
       {"TX-1\t0-4-Rimba-Bold\t_", true, 10, 4, "Rimba-Bold"},

@@ -41,19 +41,19 @@ int MY_REGEX::compile(const char* pattern) {
 }
 
 const char* MY_REGEX::init_offset(const char* text) {
-  buffer.assign(text);
+  subject = text;
   offset = 0;
-  return buffer.c_str();
+  return text;
 }
 
 // The subject's bounds are passed with REG_STARTEND: the library then never measures the
 // rest of the subject again, which would make a walk over many matches quadratic.
 bool MY_REGEX::search(size_t from, size_t* start, size_t* end) const {
-  if (!regex || from > buffer.size()) return false;
+  if (!regex || from > subject.size()) return false;
   regmatch_t match;
   match.rm_so = static_cast<regoff_t>(from);
-  match.rm_eo = static_cast<regoff_t>(buffer.size());
-  if (regexec(regex, buffer.c_str(), 1, &match, REG_STARTEND) != 0) return false;
+  match.rm_eo = static_cast<regoff_t>(subject.size());
+  if (regexec(regex, subject.data(), 1, &match, REG_STARTEND) != 0) return false;
   *start = static_cast<size_t>(match.rm_so);
   *end = static_cast<size_t>(match.rm_eo);
   return true;
@@ -66,7 +66,7 @@ int MY_REGEX::match_count() const {
   size_t end = 0;
   for (size_t from = 0; search(from, &start, &end); from = end > start ? end : start + 1) {
     ++count;
-    if (start == buffer.size()) break;
+    if (start == subject.size()) break;
   }
   return count;
 }
@@ -75,7 +75,7 @@ int MY_REGEX::match_next(std::string& out) {
   size_t start = 0;
   size_t end = 0;
   if (!search(offset, &start, &end)) return 0;
-  out.assign(buffer, start, end - start);
+  out.assign(subject, start, end - start);
   offset = end > start ? end : start + 1;
   return 1;
 }
@@ -84,6 +84,6 @@ int MY_REGEX::match_yes() const {
   if (!regex) return 0;
   regmatch_t bounds;
   bounds.rm_so = 0;
-  bounds.rm_eo = static_cast<regoff_t>(buffer.size());
-  return regexec(regex, buffer.c_str(), 0, &bounds, REG_STARTEND) == 0;
+  bounds.rm_eo = static_cast<regoff_t>(subject.size());
+  return regexec(regex, subject.data(), 0, &bounds, REG_STARTEND) == 0;
 }

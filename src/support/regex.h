@@ -1,17 +1,19 @@
-// One compiled POSIX extended regular expression with its own copy of the text it walks.
-// Compiled expressions are kept for the life of the process, so each distinct pattern is
-// compiled once however many objects use it.
+// One compiled POSIX extended regular expression and the text it walks. Compiled
+// expressions are kept for the life of the process, so each distinct pattern is compiled
+// once however many objects use it.
 #pragma once
 
 #include <regex.h>
 #include <string>
+#include <string_view>
 
 class MY_REGEX {
  public:
   // Compiles pattern (REG_EXTENDED only). Returns 1, or 0 when it does not compile; then
   // error_text() is "regcomp() error:" with the library's text and a line feed.
   int compile(const char* pattern);
-  // Copies text as the subject and restarts the walk at its beginning.
+  // Makes text (up to its NUL) the subject and restarts the walk at its beginning. The text
+  // is not copied: it must stay as it is while the walk goes on.
   const char* init_offset(const char* text);
   // Non-overlapping matches in the whole subject; does not move the walk.
   int match_count() const;
@@ -28,7 +30,7 @@ class MY_REGEX {
   bool search(size_t from, size_t* start, size_t* end) const;
 
   const regex_t* regex = nullptr;
-  std::string buffer;
+  std::string_view subject;
   size_t offset = 0;
   std::string errbuf;
 };

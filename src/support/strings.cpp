@@ -44,13 +44,13 @@ void MY_STRING::split(std::string_view delimiter, std::string_view text) {
   rest = text;
 }
 
-std::string MY_STRING::split(int* more) {
+std::string_view MY_STRING::split(int* more) {
   size_t found = delim.empty() ? std::string_view::npos : rest.find(delim);
   if (found == std::string_view::npos) {
     *more = 0;
-    return std::string(rest);
+    return rest;
   }
-  std::string piece(rest.substr(0, found));
+  std::string_view piece = rest.substr(0, found);
   rest.remove_prefix(found + delim.size());
   *more = 1;
   return piece;

@@ -19,9 +19,9 @@ class MY_STRING {
 
   // Prepares to cut text at delim; text must stay unchanged while pieces are taken.
   void split(std::string_view delim, std::string_view text);
-  // The next piece; *more tells whether a separator followed it. After the last piece,
-  // every call returns that piece again with *more = 0.
-  std::string split(int* more);
+  // The next piece, a view into the text; *more tells whether a separator followed it.
+  // After the last piece, every call returns that piece again with *more = 0.
+  std::string_view split(int* more);
 
  private:
   std::string_view delim;

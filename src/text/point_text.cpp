@@ -1,6 +1,5 @@
 #include "text/point_text.h"
 
-#include <cctype>
 #include <cstring>
 #include <map>
 #include <string>
@@ -103,10 +102,7 @@ std::optional<std::string> AI_POINT_TEXT::TxTXstring(const char* sep) const {
 // digits stands as written in a placeholder that lies in one run. Each table argument visits
 // every point text, and most hold no placeholder of its identifier.
 bool AI_POINT_TEXT::may_hold_placeholder(const char* id) const {
-  if (!id) return true;
-  for (const char* c = id; *c; ++c) {
-    if (!std::isalnum(static_cast<unsigned char>(*c))) return true;
-  }
+  if (!id || !plain_identifier(id)) return true;
   const std::string* only = nullptr;
   for (const AI_TxTX& run : TxTX) {
     const std::string* str = run.string();
@@ -115,7 +111,11 @@ bool AI_POINT_TEXT::may_hold_placeholder(const char* id) const {
     only = str;
   }
   if (!only || only->find('\t') != std::string::npos) return only != nullptr;
-  return only->find(std::string(id) + "-") != std::string::npos;
+  const std::string_view key = id;
+  for (size_t at = only->find(key); at != std::string::npos; at = only->find(key, at + 1)) {
+    if (only->compare(at + key.size(), 1, "-") == 0) return true;
+  }
+  return false;
 }
 
 void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab) {
@@ -126,13 +126,15 @@ void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab) {
   const char* pattern = placeholder_pattern(id, option_rx == 1);
   if (option_rx == 1) font_replace(pattern);
   // A text that no cell reached keeps its runs as they are.
-  if (text && setup_tabtxt_replace(*text, pattern, tab)) setup_tabtxt_split(*text);
+  if (text && setup_tabtxt_replace(*text, pattern, !id || plain_identifier(id), tab)) {
+    setup_tabtxt_split(*text);
+  }
   rimba_encode_tx();
 }
 
 // Each match is replaced everywhere in the text by its cell, followed by one tab when it
 // held one, so that the text after it stays in a run of its own; then the walk starts again.
-bool AI_POINT_TEXT::setup_tabtxt_replace(std::string& text, const char* pattern,
+bool AI_POINT_TEXT::setup_tabtxt_replace(std::string& text, const char* pattern, bool needs_dashes,
                                          const TAB_TEXT& tab) {
   MY_REGEX regex;
   if (!regex.compile(pattern)) {
@@ -144,7 +146,7 @@ bool AI_POINT_TEXT::setup_tabtxt_replace(std::string& text, const char* pattern,
   bool replaced = false;
   std::string match;
   std::set<std::string> kept;
-  while (regex.match_next(match)) {
+  while ((!needs_dashes || holds_two_dashes(text)) && regex.match_next(match)) {
     if (++matches > kMaxMatches) endless_expansion(match);
     long long row = 0;
     long long col = 0;
@@ -215,13 +217,13 @@ void AI_POINT_TEXT::report_unreplaced() const {
 void AI_POINT_TEXT::setup_tabtxt_split(const std::string& text) {
   MY_STRING cutter;
   cutter.split("\t", text);
-  std::optional<std::string> pending;
+  std::optional<std::string_view> pending;
   int more = 1;
   bool last_given = false;
   for (AI_TxTX& run : TxTX) {
-    if (!pending) pending = last_given ? std::string() : cutter.split(&more);
+    if (!pending) pending = last_given ? std::string_view() : cutter.split(&more);
     if (std::string* str = run.string()) {
-      *str = std::move(*pending);
+      str->assign(*pending);
       pending.reset();
       last_given = !more;
     } else if (!more) {

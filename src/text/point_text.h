@@ -50,7 +50,9 @@ class AI_POINT_TEXT {
  private:
   bool may_hold_placeholder(const char* id) const;
   // Replaces in text; whether any placeholder was replaced or removed.
-  bool setup_tabtxt_replace(std::string& text, const char* pattern, const TAB_TEXT& tab);
+  // needs_dashes: whether every match holds two dashes.
+  bool setup_tabtxt_replace(std::string& text, const char* pattern, bool needs_dashes,
+                            const TAB_TEXT& tab);
   void setup_tabtxt_split(const std::string& text);
   void font_replace(const char* pattern);
   void rimba_encode_tx();

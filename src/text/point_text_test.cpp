@@ -90,6 +90,11 @@ TEST_F(PointTextTest, ReplacesByIdentifierOnly) {
   AI_POINT_TEXT empty_id = parse({"(A-1-1) Tx"});
   empty_id.setup_tabtxt("", table("c\n"));
   EXPECT_EQ("Ac", *empty_id.TxTXstring(nullptr));
+  // "|" splits the expression: its first branch matches an A alone, without any dash.
+  option_rm = 1;
+  AI_POINT_TEXT branch = parse({"(pAs) Tx"});
+  branch.setup_tabtxt("A|X", table("c\n"));
+  EXPECT_EQ("ps", *branch.TxTXstring(nullptr));
 }
 
 TEST_F(PointTextTest, NewSyntaxIsReplacedWholeAndSetsFonts) {

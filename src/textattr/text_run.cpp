@@ -24,8 +24,10 @@ int prefixed_integer(const STACK& stack, int n) {
 // tabs, so a tab inside one string is kept as its escape to leave the joints unambiguous.
 std::string run_string(std::string_view operand) {
   if (operand.size() < 2) return std::string();
+  const std::string_view inside = operand.substr(1, operand.size() - 2);
+  if (inside.find('\t') == std::string_view::npos) return std::string(inside);
   std::string text;
-  for (char c : operand.substr(1, operand.size() - 2)) {
+  for (char c : inside) {
     if (c == '\t') {
       text += "\\t";
     } else {
