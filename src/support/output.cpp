@@ -139,11 +139,11 @@ void put_real(Scratch& out, double value) {
 }
 
 template <typename NUMBER, typename PUT>
-void put_line(std::string& buffer, std::initializer_list<NUMBER> values, std::string_view op,
+void put_line(std::string& buffer, const NUMBER* values, size_t count, std::string_view op,
               PUT put) {
   Scratch out(buffer);
-  for (NUMBER value : values) {
-    put(out, value);
+  for (size_t i = 0; i < count; ++i) {
+    put(out, values[i]);
     out.put(" ", 1);
   }
   out.put(op.data(), op.size());
@@ -153,13 +153,13 @@ void put_line(std::string& buffer, std::initializer_list<NUMBER> values, std::st
 
 }  // namespace
 
-void Output::reals_line(std::initializer_list<double> values, std::string_view op) {
-  put_line(buffer, values, op, put_real);
+void Output::reals_line(const double* values, size_t count, std::string_view op) {
+  put_line(buffer, values, count, op, put_real);
   flush_if_full();
 }
 
-void Output::integers_line(std::initializer_list<int> values, std::string_view op) {
-  put_line(buffer, values, op, put_integer);
+void Output::integers_line(const int* values, size_t count, std::string_view op) {
+  put_line(buffer, values, count, op, put_integer);
   flush_if_full();
 }
 

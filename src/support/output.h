@@ -28,8 +28,14 @@ class Output {
   // The fixed formats of the operator records, without a format string to read: each number
   // as "%f" (reals) or "%d" (integers) writes it and followed by a blank, then the operator
   // and a carriage return ("0.500000 g\r", "1 0 Tk\r").
-  void reals_line(std::initializer_list<double> values, std::string_view op);
-  void integers_line(std::initializer_list<int> values, std::string_view op);
+  void reals_line(const double* values, size_t count, std::string_view op);
+  void integers_line(const int* values, size_t count, std::string_view op);
+  void reals_line(std::initializer_list<double> values, std::string_view op) {
+    reals_line(values.begin(), values.size(), op);
+  }
+  void integers_line(std::initializer_list<int> values, std::string_view op) {
+    integers_line(values.begin(), values.size(), op);
+  }
   void printf(const char* format, ...) __attribute__((format(printf, 2, 3)));
   // Writes what is buffered and queued; throws Error("output write error\n") when it cannot.
   void flush();

@@ -43,9 +43,8 @@ void AI_POINT_TEXT::font_replace(const char* pattern) {
     long long row = 0;
     long long col = 0;
     rowcol_font(match, &row, &col, &font);
-    OP_Tf* run_font = run.find<OP_Tf>();
-    if (font.empty() || !run_font) continue;
-    run_font->fontname = font;
+    if (font.empty() || !run.has(TEXT_OP::Tf)) continue;
+    run.font_name = font;
     run.font_replaced = 1;
     if (run_report().enabled()) report_notes().fonts_set[match] = font;
   }
@@ -55,8 +54,8 @@ void AI_POINT_TEXT::font_replace(const char* pattern) {
 // written with the string escapes of the template (as bytes, in decoded strings).
 void AI_POINT_TEXT::rimba_encode_tx() {
   for (AI_TxTX& run : TxTX) {
-    const OP_Tf* font = run.find<OP_Tf>();
-    if (run.number_encoded || !font || !IsRimba(font->fontname.c_str()) || run.font_replaced != 1) {
+    if (run.number_encoded || !run.has(TEXT_OP::Tf) || !IsRimba(run.font_name.c_str()) ||
+        run.font_replaced != 1) {
       continue;
     }
     std::string* str = run.string();

@@ -65,7 +65,7 @@ void KEPT_POINT_TEXT::file(TEXT_OP op, const PS_TOKEN* operand, std::string_view
   RUN& where = runs.back();
   if (font_op) {
     where.font_name = font;
-    if (font.empty()) run.drop<OP_Tf>();
+    if (font.empty()) run.drop(TEXT_OP::Tf);
     return;
   }
   if (!operand) {
@@ -84,10 +84,9 @@ void KEPT_POINT_TEXT::patch(const AI_POINT_TEXT& point_text, PATCHES& patches) c
     if (run.str && !where.string.bytes.empty() && *run.str != where.text_read) {
       patches.replace(where.string.bytes, ps_string_like(where.string, run_bytes(*run.str)));
     }
-    const OP_Tf* font = run.find<OP_Tf>();
-    if (run.font_replaced == 1 && font && !where.font_name.empty()) {
+    if (run.font_replaced == 1 && run.has(TEXT_OP::Tf) && !where.font_name.empty()) {
       const bool underscore = where.font_name.substr(0, 2) == "/_";
-      patches.replace(where.font_name, (underscore ? "/_" : "/") + font->fontname);
+      patches.replace(where.font_name, (underscore ? "/_" : "/") + run.font_name);
     }
   }
 }

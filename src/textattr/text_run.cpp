@@ -1,23 +1,42 @@
 #include "textattr/text_run.h"
 
+#include <algorithm>
+
 #include "support/numbers.h"
 #include "support/output.h"
 #include "support/stack.h"
 
 namespace {
 
-double real(const STACK& stack, int n) {
-  return to_double(stack.operand(n));
+// The style operators of a run, in print order (the order of TEXT_OP from k to Tq), with
+// the number of operands each reads and prints: reals as "%f", integers as "%d". Tf also
+// reads a font name before its numbers, and Xu writes its first integer after "%_".
+struct STYLE_OPERATOR {
+  const char* name;
+  int operands;
+  bool reals;
+};
+constexpr STYLE_OPERATOR kStyleOperators[] = {
+    {"k", 4, true},   {"g", 1, true},   {"K", 4, true},   {"G", 1, true},
+    {"Tf", 3, true},  {"Tr", 1, false}, {"TV", 1, false}, {"Ta", 1, false},
+    {"Tt", 1, false}, {"Tz", 2, true},  {"Tl", 2, true},  {"Tk", 2, false},
+    {"TK", 2, false}, {"Ts", 1, true},  {"Xu", 4, false}, {"Tq", 1, false},
+};
+constexpr int kStyleOperatorCount = sizeof kStyleOperators / sizeof kStyleOperators[0];
+
+int style_index(TEXT_OP op) {
+  return static_cast<int>(op) - static_cast<int>(TEXT_OP::k);
 }
 
-int integer(const STACK& stack, int n) {
-  return to_int(stack.operand(n));
+bool is_style_operator(TEXT_OP op) {
+  return style_index(op) >= 0 && style_index(op) < kStyleOperatorCount;
 }
 
-// Xu writes its first operand after the prefix "%_".
-int prefixed_integer(const STACK& stack, int n) {
-  const std::string_view word = stack.operand(n);
-  return word.size() < 2 ? 0 : to_int(word.substr(2));
+// Operand i of a style operator of n operands: the words before the operator, oldest first.
+double read_operand(const STACK& stack, TEXT_OP op, int n, int i) {
+  const std::string_view word = stack.operand(n - i);
+  if (op == TEXT_OP::Xu && i == 0) return word.size() < 2 ? 0 : to_int(word.substr(2));
+  return kStyleOperators[style_index(op)].reals ? to_double(word) : to_int(word);
 }
 
 // The string operand without its parentheses. Substitution joins the runs' strings with
@@ -39,70 +58,67 @@ std::string run_string(std::string_view operand) {
 
 }  // namespace
 
+size_t AI_TxTX::first_operand(TEXT_OP op) const {
+  size_t at = 0;
+  for (int i = 0; i < style_index(op); ++i) {
+    if (present & (uint32_t{1} << i)) at += static_cast<size_t>(kStyleOperators[i].operands);
+  }
+  return at;
+}
+
 void AI_TxTX::setup(TEXT_OP op, const STACK& stack) {
-  switch (op) {
-    case TEXT_OP::k:
-      record<OP_k>().setup(real(stack, 4), real(stack, 3), real(stack, 2), real(stack, 1));
-      break;
-    case TEXT_OP::g:
-      record<OP_g>().setup(real(stack, 1));
-      break;
-    case TEXT_OP::K:
-      record<OP_K>().setup(real(stack, 4), real(stack, 3), real(stack, 2), real(stack, 1));
-      break;
-    case TEXT_OP::G:
-      record<OP_G>().setup(real(stack, 1));
-      break;
-    case TEXT_OP::Tf:
-      record<OP_Tf>().setup(stack.operand(4), real(stack, 3), real(stack, 2), real(stack, 1));
-      break;
-    case TEXT_OP::Tr:
-      record<OP_Tr>().setup(integer(stack, 1));
-      break;
-    case TEXT_OP::TV:
-      record<OP_TV>().setup(integer(stack, 1));
-      break;
-    case TEXT_OP::Ta:
-      record<OP_Ta>().setup(integer(stack, 1));
-      break;
-    case TEXT_OP::Tt:
-      record<OP_Tt>().setup(integer(stack, 1));
-      break;
-    case TEXT_OP::Tz:
-      record<OP_Tz>().setup(real(stack, 2), real(stack, 1));
-      break;
-    case TEXT_OP::Tl:
-      record<OP_Tl>().setup(real(stack, 2), real(stack, 1));
-      break;
-    case TEXT_OP::Tk:
-      record<OP_Tk>().setup(integer(stack, 2), integer(stack, 1));
-      break;
-    case TEXT_OP::TK:
-      record<OP_TK>().setup(integer(stack, 2), integer(stack, 1));
-      break;
-    case TEXT_OP::Ts:
-      record<OP_Ts>().setup(real(stack, 1));
-      break;
-    case TEXT_OP::Xu:
-      record<OP_Xu>().setup(prefixed_integer(stack, 4), integer(stack, 3), integer(stack, 2),
-                            integer(stack, 1));
-      break;
-    case TEXT_OP::Tq:
-      record<OP_Tq>().setup(integer(stack, 1));
-      break;
-    case TEXT_OP::Tx:
-    case TEXT_OP::TX:
-      str = run_string(stack.operand(1));
-      str_is_TX = op == TEXT_OP::TX;
-      break;
-    default:
-      break;
+  if (op == TEXT_OP::Tx || op == TEXT_OP::TX) {
+    str = run_string(stack.operand(1));
+    str_is_TX = op == TEXT_OP::TX;
+    return;
+  }
+  if (!is_style_operator(op)) return;
+  const int n = kStyleOperators[style_index(op)].operands;
+  double values[4];
+  for (int i = 0; i < n; ++i) values[i] = read_operand(stack, op, n, i);
+  // Most runs read a colour, a font and a few numbers more: one allocation holds them.
+  if (operands.empty()) operands.reserve(8);
+  const auto at = operands.begin() + static_cast<std::ptrdiff_t>(first_operand(op));
+  if (has(op)) {
+    std::copy(values, values + n, at);
+  } else {
+    operands.insert(at, values, values + n);
+    present |= bit(op);
+  }
+  if (op == TEXT_OP::Tf) {
+    const std::string_view name = stack.operand(4);
+    font_name = name.size() < 2 ? std::string() : std::string(name.substr(2));
   }
 }
 
+void AI_TxTX::drop(TEXT_OP op) {
+  if (!has(op)) return;
+  const auto at = operands.begin() + static_cast<std::ptrdiff_t>(first_operand(op));
+  operands.erase(at, at + kStyleOperators[style_index(op)].operands);
+  present &= ~bit(op);
+}
+
 void AI_TxTX::print(Output& out) const {
-  for (const RECORD& record : records) {
-    std::visit([&out](const auto& op) { op.print(out); }, record);
+  const double* values = operands.data();
+  for (int i = 0; i < kStyleOperatorCount; ++i) {
+    if (!(present & (uint32_t{1} << i))) continue;
+    const STYLE_OPERATOR& style = kStyleOperators[i];
+    const auto count = static_cast<size_t>(style.operands);
+    if (i == style_index(TEXT_OP::Tf)) {
+      out.write("/_");
+      out.write(font_name);
+      out.write(" ");
+    } else if (i == style_index(TEXT_OP::Xu)) {
+      out.write("%_");
+    }
+    if (style.reals) {
+      out.reals_line(values, count, style.name);
+    } else {
+      int integers[4];
+      for (size_t j = 0; j < count; ++j) integers[j] = static_cast<int>(values[j]);
+      out.integers_line(integers, count, style.name);
+    }
+    values += count;
   }
   if (!str) return;
   out.write("(");

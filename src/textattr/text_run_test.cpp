@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <initializer_list>
 #include <string>
+#include <utility>
 
 #include "support/output.h"
 #include "support/printed.h"
@@ -99,7 +100,7 @@ TEST_F(TextRunTest, RepeatedOperatorKeepsOnlyTheLaterOperands) {
       "/_B 11.000000 13.000000 0.000000 Tf\r"
       "2 Tr\r",
       printed());
-  EXPECT_EQ("B", run.find<OP_Tf>()->fontname);
+  EXPECT_EQ("B", run.font_name);
 }
 
 TEST_F(TextRunTest, OperandsAreTheNearestStackEntries) {
@@ -119,16 +120,36 @@ TEST_F(TextRunTest, MissingOperandsReadAsEmptyWords) {
   STACK short_stack;
   short_stack.push("Tf");
   font_only.setup(TEXT_OP::Tf, short_stack);
-  EXPECT_EQ("", font_only.find<OP_Tf>()->fontname);
+  EXPECT_TRUE(font_only.has(TEXT_OP::Tf));
+  EXPECT_EQ("", font_only.font_name);
+}
+
+// The font name is the word after its first two characters, whatever they are.
+TEST_F(TextRunTest, FontNameDropsTheFirstTwoCharacters) {
+  const std::string long_name(300, 'F');
+  const std::pair<std::string, std::string> cases[] = {
+      {"/_Times-Roman", "/_Times-Roman 12.000000 10.000000 2.000000 Tf\r"},
+      {"/Courier", "/_ourier 12.000000 10.000000 2.000000 Tf\r"},
+      {"/_", "/_ 12.000000 10.000000 2.000000 Tf\r"},
+      {"/", "/_ 12.000000 10.000000 2.000000 Tf\r"},
+      {"/_" + long_name, "/_" + long_name + " 12.000000 10.000000 2.000000 Tf\r"},
+  };
+  for (const auto& [word, line] : cases) {
+    read({word.c_str(), "12", "10", "2", "Tf"});
+    EXPECT_EQ(line, printed()) << word;
+  }
+  run.drop(TEXT_OP::Tf);
+  EXPECT_FALSE(run.has(TEXT_OP::Tf));
+  EXPECT_EQ("", printed());
 }
 
 TEST_F(TextRunTest, XuFirstOperandFollowsItsPrefix) {
   read({"%_0", "50", "100", "0", "Xu"});
   EXPECT_EQ("%_0 50 100 0 Xu\r", printed());
   read({"%_-7", "1", "2", "3", "Xu"});
-  EXPECT_EQ(-7, run.find<OP_Xu>()->values[0]);
+  EXPECT_EQ(-7, run.operand(TEXT_OP::Xu, 0));
   read({"9", "1", "2", "3", "Xu"});
-  EXPECT_EQ(0, run.find<OP_Xu>()->values[0]);
+  EXPECT_EQ(0, run.operand(TEXT_OP::Xu, 0));
 }
 
 TEST_F(TextRunTest, StringOperandLosesOnlyItsOuterCharacters) {
