@@ -84,10 +84,12 @@ const char* AI_REGEX_PATTERN2::create_pattern(const char* sep) {
 }
 
 const char* placeholder_pattern(const char* id, bool with_font) {
-  static std::map<std::string, std::string, std::less<>> built;
-  const std::string key = (with_font ? "2" : "1") + (id ? "=" + std::string(id) : "");
-  auto found = built.find(key);
-  if (found != built.end()) return found->second.c_str();
+  // By syntax, then for any identifier or by identifier; looked up without a key string.
+  static std::map<std::string, std::string, std::less<>> built[2][2];
+  auto& patterns = built[with_font][id != nullptr];
+  const std::string_view key = id ? id : "";
+  auto found = patterns.find(key);
+  if (found != patterns.end()) return found->second.c_str();
   AI_REGEX_PATTERN plain;
   AI_REGEX_PATTERN2 font;
   const char* pattern;
@@ -96,7 +98,7 @@ const char* placeholder_pattern(const char* id, bool with_font) {
   } else {
     pattern = id ? plain.create_pattern(id, "\t") : plain.create_pattern("\t");
   }
-  return built.emplace(key, pattern).first->second.c_str();
+  return patterns.emplace(key, pattern).first->second.c_str();
 }
 
 bool holds_plain_placeholder(std::string_view text) {

@@ -2,13 +2,6 @@
 
 #include <cstring>
 
-void TOKEN::init(std::string_view line, const char* delimiter) {
-  end = line.data() + line.size();
-  delim = delimiter;
-  delim_len = std::strlen(delimiter);
-  cursor = line.data();
-}
-
 // The ")" that closes the string opened at `open`, or nullptr when the line ends first.
 // A backslash makes the next character ordinary; before digits it passes the whole run.
 const char* TOKEN::string_end(const char* open) const {

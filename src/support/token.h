@@ -8,7 +8,12 @@
 class TOKEN {
  public:
   // Starts on a new line; neither text is copied, both must outlive the walk.
-  void init(std::string_view line, const char* delim);
+  void init(std::string_view line, const char* delimiter) {
+    end = line.data() + line.size();
+    delim = delimiter;
+    delim_len = std::char_traits<char>::length(delimiter);
+    cursor = line.data();
+  }
   // The next word, as a view into the line; false when the line is used up. The first call
   // after init always gives a word, even for an empty line.
   bool next(std::string_view* word) {

@@ -159,8 +159,12 @@ bool AI_POINT_TEXT::setup_tabtxt_replace(std::string& text, const char* pattern,
     }
     report(match, row, col, no_cell ? "removed" : "replaced");
     // A cell is the body of a PostScript string, as the template's strings are.
-    std::string replacement = !cell ? "" : decoded ? run_text(ps_string_decode(cell)) : cell;
-    if (match.find('\t') != std::string::npos) replacement += '\t';
+    std::string made;  // the cell decoded, or followed by a tab
+    std::string_view replacement = cell ? cell : "";
+    if (cell && decoded) replacement = made = run_text(ps_string_decode(cell));
+    if (match.find('\t') != std::string::npos) {
+      replacement = made = std::string(replacement) + '\t';
+    }
     text = MY_STRING::replace(text, match, replacement);
     replaced = true;
     if (text.size() > expansion_pool) endless_expansion(match);

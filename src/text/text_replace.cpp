@@ -15,10 +15,19 @@ namespace {
 constexpr int kStackBound = 10;
 
 // Whether the runs' strings, joined without separators, hold a placeholder of the plain
-// syntax (which a placeholder of the syntax with a font contains too).
+// syntax (which a placeholder of the syntax with a font contains too). Most texts have one
+// string, which needs no joining.
 bool holds_placeholder(const AI_POINT_TEXT& point_text) {
-  std::optional<std::string> joined = point_text.TxTXstring(nullptr);
-  return joined && holds_plain_placeholder(*joined);
+  const std::string* only = nullptr;
+  for (const AI_TxTX& run : point_text.runs()) {
+    if (!run.string()) continue;
+    if (only) {
+      std::optional<std::string> joined = point_text.TxTXstring(nullptr);
+      return holds_plain_placeholder(*joined);
+    }
+    only = run.string();
+  }
+  return only && holds_plain_placeholder(*only);
 }
 
 }  // namespace
