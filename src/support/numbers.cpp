@@ -46,6 +46,17 @@ bool plain_decimal(std::string_view text, double* value) {
   return true;
 }
 
+// strtod reads a copy that ends with a NUL, so that it never looks past the word.
+double by_strtod(std::string_view text) {
+  char small[64];
+  if (text.size() < sizeof small) {
+    text.copy(small, text.size());
+    small[text.size()] = '\0';
+    return std::strtod(small, nullptr);
+  }
+  return std::strtod(std::string(text).c_str(), nullptr);
+}
+
 }  // namespace
 
 int to_int(std::string_view text) {
@@ -65,15 +76,7 @@ int to_int(std::string_view text) {
   return value > INT_MAX ? INT_MAX : static_cast<int>(value);
 }
 
-// strtod reads a copy that ends with a NUL, so that it never looks past the word.
 double to_double(std::string_view text) {
   double value;
-  if (plain_decimal(text, &value)) return value;
-  char small[64];
-  if (text.size() < sizeof small) {
-    text.copy(small, text.size());
-    small[text.size()] = '\0';
-    return std::strtod(small, nullptr);
-  }
-  return std::strtod(std::string(text).c_str(), nullptr);
+  return plain_decimal(text, &value) ? value : by_strtod(text);
 }

@@ -98,10 +98,18 @@ char* digits_before(char* end, uint64_t n) {
   return first;
 }
 
+uint64_t digit_count(uint64_t n) {
+  uint64_t count = 1;
+  for (; n >= 10; n /= 10) ++count;
+  return count;
+}
+
 void put_integer(Scratch& out, long long value) {
   char* at = out.room(24);
   out.advance(static_cast<size_t>(std::to_chars(at, at + 24, value).ptr - at));
 }
+
+void put_real_by_library(Scratch& out, double value);
 
 // "%f": six decimals, exactly as the C library writes them. A value whose millionths are
 // an integer to well within the rounding margin is written from that integer; every other
@@ -113,20 +121,26 @@ void put_real(Scratch& out, double value) {
   if (millionths < 1e12) {
     const auto whole = static_cast<uint64_t>(millionths + 0.5);
     if (std::fabs(millionths - static_cast<double>(whole)) < 1e-3) {
-      // Written from the last digit back: six decimals, the point, the integer part.
-      char text[24];
-      char* const end = text + sizeof text;
+      const uint64_t units = whole / 1000000;
       const uint64_t decimals = whole % 1000000;
+      const size_t length = (std::signbit(value) ? 1 : 0) + digit_count(units) + 7;
+      // Written from the last digit back: six decimals, the point, the integer part.
+      char* const end = out.room(length) + length;
       char* first = pair_before(end, decimals % 100);
       first = pair_before(first, decimals / 100 % 100);
       first = pair_before(first, decimals / 10000);
       *--first = '.';
-      first = digits_before(first, whole / 1000000);
+      first = digits_before(first, units);
       if (std::signbit(value)) *--first = '-';
-      out.put(first, static_cast<size_t>(end - first));
+      out.advance(length);
       return;
     }
   }
+  put_real_by_library(out, value);
+}
+
+// Values far from an integer number of millionths, and NaN, infinities and large values.
+void put_real_by_library(Scratch& out, double value) {
   char text[32];
   int length = std::snprintf(text, sizeof text, "%f", value);
   if (length >= 0 && static_cast<size_t>(length) < sizeof text) {
