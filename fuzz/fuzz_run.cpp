@@ -108,7 +108,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   std::string diagnostics;
   try {
     int status = run(args, out, diagnostics);
-    const std::string& text = out.text();
+    const std::string_view text = out.text();
     bool complete = text.size() >= 6 && text.compare(text.size() - 6, 6, "%%EOF\r") == 0;
     if (keep) {
       // The copy ends with the template's own last "%%EOF" line, and is the template's

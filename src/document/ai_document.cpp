@@ -83,7 +83,8 @@ void AI_DOCUMENT::print_lines(int first, int last, Output& out) const {
   if (found == printed->end() || found->second.first != last) {
     Output converted;
     lines.print_lines(first, last, converted);
-    found = printed->insert_or_assign(first, std::make_pair(last, converted.text())).first;
+    found =
+        printed->insert_or_assign(first, std::make_pair(last, std::string(converted.text()))).first;
   }
   out.write_kept(found->second.second);
 }

@@ -39,7 +39,7 @@ std::string rewrite(const std::vector<std::string>& lines) {
   int last = -1;
   art.print_new(doc, out, &last);
   EXPECT_EQ(art.last_line, last);
-  return out.text();
+  return std::string(out.text());
 }
 
 }  // namespace

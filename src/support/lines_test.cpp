@@ -100,7 +100,7 @@ std::string random_document(std::mt19937& random) {
 std::string printed(const LINE_INDEX& doc) {
   Output out;
   doc.print_lines(0, doc.line_count() - 1, out);
-  return out.text();
+  return std::string(out.text());
 }
 
 }  // namespace

@@ -15,11 +15,6 @@
 
 #include "driver/diagnostics.h"
 
-void Output::write(std::string_view bytes) {
-  buffer.append(bytes);
-  flush_if_full();
-}
-
 void Output::write_kept(std::string_view bytes) {
   if (fd < 0) {
     write(bytes);
@@ -31,50 +26,15 @@ void Output::write_kept(std::string_view bytes) {
 }
 
 void Output::close_buffered_piece() {
-  if (buffer.size() > buffered_from) {
-    pieces.push_back({nullptr, buffered_from, buffer.size() - buffered_from});
-  }
-  buffered_from = buffer.size();
+  if (used > buffered_from) pieces.push_back({nullptr, buffered_from, used - buffered_from});
+  buffered_from = used;
 }
 
-void Output::line(std::string_view text) {
-  buffer.append(text);
-  buffer.push_back('\r');
-  flush_if_full();
+void Output::grow(size_t n) {
+  storage.resize(std::max({2 * storage.size(), used + n, kFlushSize + 1024}));
 }
 
 namespace {
-
-// Formats into a small array first, so that a whole formatted line costs one append to the
-// buffer rather than one per piece.
-class Scratch {
- public:
-  explicit Scratch(std::string& destination) : out(destination) {}
-  // Where n bytes (at most the array's size) may be written; advance() then counts them.
-  char* room(size_t n) {
-    if (n > sizeof text - used) flush();
-    return text + used;
-  }
-  void advance(size_t n) { used += n; }
-  void put(const char* bytes, size_t n) {
-    if (n > sizeof text) {
-      flush();
-      out.append(bytes, n);
-      return;
-    }
-    std::memcpy(room(n), bytes, n);
-    used += n;
-  }
-  void flush() {
-    out.append(text, used);
-    used = 0;
-  }
-
- private:
-  std::string& out;
-  char text[256];
-  size_t used = 0;
-};
 
 // The two digits of each number below 100, two at a time being twice as fast as one.
 constexpr char kPairs[] =
@@ -104,19 +64,19 @@ uint64_t digit_count(uint64_t n) {
   return count;
 }
 
-void put_integer(Scratch& out, long long value) {
-  char* at = out.room(24);
-  out.advance(static_cast<size_t>(std::to_chars(at, at + 24, value).ptr - at));
-}
+}  // namespace
 
-void put_real_by_library(Scratch& out, double value);
+void Output::put_integer(long long value) {
+  char* at = room(24);
+  advance(static_cast<size_t>(std::to_chars(at, at + 24, value).ptr - at));
+}
 
 // "%f": six decimals, exactly as the C library writes them. A value whose millionths are
 // an integer to well within the rounding margin is written from that integer; every other
 // value (and NaN, infinities, large values) goes through the C library. Where adding a half
 // and cutting does not round to the nearest integer, the value lies halfway between two and
 // fails the margin anyway.
-void put_real(Scratch& out, double value) {
+void Output::put_real(double value) {
   const double millionths = std::fabs(value) * 1e6;
   if (millionths < 1e12) {
     const auto whole = static_cast<uint64_t>(millionths + 0.5);
@@ -125,55 +85,50 @@ void put_real(Scratch& out, double value) {
       const uint64_t decimals = whole % 1000000;
       const size_t length = (std::signbit(value) ? 1 : 0) + digit_count(units) + 7;
       // Written from the last digit back: six decimals, the point, the integer part.
-      char* const end = out.room(length) + length;
+      char* const end = room(length) + length;
       char* first = pair_before(end, decimals % 100);
       first = pair_before(first, decimals / 100 % 100);
       first = pair_before(first, decimals / 10000);
       *--first = '.';
       first = digits_before(first, units);
       if (std::signbit(value)) *--first = '-';
-      out.advance(length);
+      advance(length);
       return;
     }
   }
-  put_real_by_library(out, value);
+  put_real_by_library(value);
 }
 
 // Values far from an integer number of millionths, and NaN, infinities and large values.
-void put_real_by_library(Scratch& out, double value) {
+void Output::put_real_by_library(double value) {
   char text[32];
-  int length = std::snprintf(text, sizeof text, "%f", value);
+  const int length = std::snprintf(text, sizeof text, "%f", value);
   if (length >= 0 && static_cast<size_t>(length) < sizeof text) {
-    out.put(text, static_cast<size_t>(length));
+    put({text, static_cast<size_t>(length)});
     return;
   }
   std::vector<char> long_text(static_cast<size_t>(length) + 1);
   std::snprintf(long_text.data(), long_text.size(), "%f", value);
-  out.put(long_text.data(), static_cast<size_t>(length));
+  put({long_text.data(), static_cast<size_t>(length)});
 }
-
-template <typename NUMBER, typename PUT>
-void put_line(std::string& buffer, const NUMBER* values, size_t count, std::string_view op,
-              PUT put) {
-  Scratch out(buffer);
-  for (size_t i = 0; i < count; ++i) {
-    put(out, values[i]);
-    out.put(" ", 1);
-  }
-  out.put(op.data(), op.size());
-  out.put("\r", 1);
-  out.flush();
-}
-
-}  // namespace
 
 void Output::reals_line(const double* values, size_t count, std::string_view op) {
-  put_line(buffer, values, count, op, put_real);
+  for (size_t i = 0; i < count; ++i) {
+    put_real(values[i]);
+    put_char(' ');
+  }
+  put(op);
+  put_char('\r');
   flush_if_full();
 }
 
 void Output::integers_line(const int* values, size_t count, std::string_view op) {
-  put_line(buffer, values, count, op, put_integer);
+  for (size_t i = 0; i < count; ++i) {
+    put_integer(values[i]);
+    put_char(' ');
+  }
+  put(op);
+  put_char('\r');
   flush_if_full();
 }
 
@@ -184,41 +139,36 @@ void Output::printf(const char* format, ...) {
   va_start(args, format);
   va_list again;
   va_copy(again, args);
-  const size_t start = buffer.size();
-  Scratch out(buffer);
+  const size_t start = used;
   bool simple = true;
   for (const char* p = format; simple && *p; ++p) {
     if (*p != '%') {
       const char* literal_end = std::strchr(p, '%');
       if (!literal_end) literal_end = p + std::strlen(p);
-      out.put(p, static_cast<size_t>(literal_end - p));
+      put({p, static_cast<size_t>(literal_end - p)});
       p = literal_end - 1;
       continue;
     }
     switch (*++p) {
       case 'f':
-        put_real(out, va_arg(args, double));
+        put_real(va_arg(args, double));
         break;
       case 'd':
-        put_integer(out, va_arg(args, int));
+        put_integer(va_arg(args, int));
         break;
-      case 's': {
-        const char* text = va_arg(args, const char*);
-        out.put(text, std::strlen(text));
+      case 's':
+        put(va_arg(args, const char*));
         break;
-      }
       case '%':
-        out.put("%", 1);
+        put_char('%');
         break;
       default:
         simple = false;
         break;
     }
   }
-  if (simple) {
-    out.flush();
-  } else {
-    buffer.resize(start);
+  if (!simple) {
+    used = start;
     vprintf_fallback(format, again);
   }
   va_end(again);
@@ -227,28 +177,18 @@ void Output::printf(const char* format, ...) {
 }
 
 void Output::vprintf_fallback(const char* format, va_list args) {
-  char small[256];
   va_list again;
   va_copy(again, args);
-  int length = std::vsnprintf(small, sizeof small, format, args);
+  const int length = std::vsnprintf(nullptr, 0, format, args);
   if (length < 0) {
     va_end(again);
     fail("output format error\n");
   }
-  size_t n = static_cast<size_t>(length);
-  if (n < sizeof small) {
-    buffer.append(small, n);
-  } else {
-    size_t start = buffer.size();
-    buffer.resize(start + n + 1);
-    std::vsnprintf(&buffer[start], n + 1, format, again);
-    buffer.resize(start + n);
-  }
+  const auto n = static_cast<size_t>(length);
+  // vsnprintf ends what it writes with a NUL, which the next write covers.
+  std::vsnprintf(room(n + 1), n + 1, format, again);
+  advance(n);
   va_end(again);
-}
-
-void Output::flush_if_full() {
-  if (fd >= 0 && (buffer.size() >= kFlushSize || pieces.size() >= kMaxPieces)) flush();
 }
 
 // One writev for all pieces, as many times as the descriptor takes part of them.
@@ -258,7 +198,7 @@ void Output::flush() {
   std::vector<iovec> chunks;
   chunks.reserve(pieces.size());
   for (const Piece& piece : pieces) {
-    const char* base = piece.kept ? piece.kept : buffer.data() + piece.from;
+    const char* base = piece.kept ? piece.kept : storage.data() + piece.from;
     chunks.push_back({const_cast<char*>(base), piece.length});
   }
   size_t next = 0;
@@ -278,6 +218,6 @@ void Output::flush() {
     while (next < chunks.size() && chunks[next].iov_len == 0) ++next;
   }
   pieces.clear();
-  buffer.clear();
+  used = 0;
   buffered_from = 0;
 }

@@ -5,8 +5,8 @@
 
 #include <cstdarg>
 #include <cstddef>
+#include <cstring>
 #include <initializer_list>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -19,12 +19,19 @@ class Output {
   Output(const Output&) = delete;
   Output& operator=(const Output&) = delete;
 
-  void write(std::string_view bytes);
+  void write(std::string_view bytes) {
+    put(bytes);
+    flush_if_full();
+  }
   // Bytes that stay valid and unchanged until the next flush, such as the template's own
   // lines: they are queued by reference rather than copied.
   void write_kept(std::string_view bytes);
   // The text and a carriage return: how every line of the document ends.
-  void line(std::string_view text);
+  void line(std::string_view text) {
+    put(text);
+    put_char('\r');
+    flush_if_full();
+  }
   // The fixed formats of the operator records, without a format string to read: each number
   // as "%f" (reals) or "%d" (integers) writes it and followed by a blank, then the operator
   // and a carriage return ("0.500000 g\r", "1 0 Tk\r").
@@ -40,17 +47,44 @@ class Output {
   // Writes what is buffered and queued; throws Error("output write error\n") when it cannot.
   void flush();
 
-  const std::string& text() const { return buffer; }
+  // What is buffered: in memory, the whole document written so far.
+  std::string_view text() const { return {storage.data(), used}; }
 
  private:
   static constexpr size_t kFlushSize = 1 << 16;
   static constexpr size_t kMaxPieces = 512;
-  void flush_if_full();
+
+  // Where n more bytes may be written into the buffer; bytes written there count once
+  // advance(n) says so.
+  char* room(size_t n) {
+    if (n > storage.size() - used) grow(n);
+    return storage.data() + used;
+  }
+  void advance(size_t n) { used += n; }
+  void put(std::string_view bytes) {
+    if (bytes.empty()) return;
+    std::memcpy(room(bytes.size()), bytes.data(), bytes.size());
+    used += bytes.size();
+  }
+  void put_char(char c) {
+    *room(1) = c;
+    ++used;
+  }
+  void put_integer(long long value);
+  void put_real(double value);
+  void put_real_by_library(double value);
+  void grow(size_t n);
+  void flush_if_full() {
+    if (fd >= 0 && (used >= kFlushSize || pieces.size() >= kMaxPieces)) flush();
+  }
   void close_buffered_piece();
   void vprintf_fallback(const char* format, va_list args);
 
   int fd = -1;
-  std::string buffer;
+  // The buffer: storage's size is the room it has (zeroed once, as it grows), used the part
+  // written.
+  std::vector<char> storage;
+  size_t used = 0;
   // What the next flush writes, in order: queued bytes, and runs of the buffer (where kept is
   // nullptr and from is an offset into the buffer, which may move as it grows).
   struct Piece {

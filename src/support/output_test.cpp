@@ -22,7 +22,7 @@ std::string c_library(double value) {
 std::string ours(double value) {
   Output out;
   out.printf("%f", value);
-  return out.text();
+  return std::string(out.text());
 }
 
 }  // namespace

@@ -9,5 +9,5 @@ template <class Printable>
 std::string printed(const Printable& object) {
   Output out;
   object.print(out);
-  return out.text();
+  return std::string(out.text());
 }
