@@ -77,26 +77,42 @@ void Output::put_integer(long long value) {
 // and cutting does not round to the nearest integer, the value lies halfway between two and
 // fails the margin anyway.
 void Output::put_real(double value) {
-  const double millionths = std::fabs(value) * 1e6;
+  const double magnitude = std::fabs(value);
+  // Whole numbers, the commonest operands, need no rounding at all.
+  if (magnitude < 1e9) {
+    const auto units = static_cast<uint32_t>(magnitude);
+    if (static_cast<double>(units) == magnitude) {
+      put_fixed(std::signbit(value), units, 0);
+      return;
+    }
+  }
+  const double millionths = magnitude * 1e6;
   if (millionths < 1e12) {
     const auto whole = static_cast<uint64_t>(millionths + 0.5);
     if (std::fabs(millionths - static_cast<double>(whole)) < 1e-3) {
-      const uint64_t units = whole / 1000000;
-      const uint64_t decimals = whole % 1000000;
-      const size_t length = (std::signbit(value) ? 1 : 0) + digit_count(units) + 7;
-      // Written from the last digit back: six decimals, the point, the integer part.
-      char* const end = room(length) + length;
-      char* first = pair_before(end, decimals % 100);
-      first = pair_before(first, decimals / 100 % 100);
-      first = pair_before(first, decimals / 10000);
-      *--first = '.';
-      first = digits_before(first, units);
-      if (std::signbit(value)) *--first = '-';
-      advance(length);
+      put_fixed(std::signbit(value), whole / 1000000, static_cast<uint32_t>(whole % 1000000));
       return;
     }
   }
   put_real_by_library(value);
+}
+
+// The sign, the integer part, the point and six decimals, written from the last digit back.
+void Output::put_fixed(bool negative, uint64_t units, uint32_t decimals) {
+  const size_t length = (negative ? 1 : 0) + digit_count(units) + 7;
+  char* const end = room(length) + length;
+  char* first = end - 6;
+  if (decimals == 0) {
+    std::memcpy(first, "000000", 6);
+  } else {
+    pair_before(end, decimals % 100);
+    pair_before(end - 2, decimals / 100 % 100);
+    pair_before(end - 4, decimals / 10000);
+  }
+  *--first = '.';
+  first = digits_before(first, units);
+  if (negative) *--first = '-';
+  advance(length);
 }
 
 // Values far from an integer number of millionths, and NaN, infinities and large values.

@@ -5,6 +5,7 @@
 
 #include <cstdarg>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <initializer_list>
 #include <string_view>
@@ -73,6 +74,7 @@ class Output {
   void put_integer(long long value);
   void put_real(double value);
   void put_real_by_library(double value);
+  void put_fixed(bool negative, uint64_t units, uint32_t decimals);
   void grow(size_t n);
   void flush_if_full() {
     if (fd >= 0 && (used >= kFlushSize || pieces.size() >= kMaxPieces)) flush();
