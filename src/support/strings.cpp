@@ -13,9 +13,12 @@ void MY_STRING::cat(std::optional<std::string>& head, const char* tail) {
   }
 }
 
-std::string MY_STRING::replace(std::string_view text, std::string_view from, std::string_view to) {
+namespace {
+
+void replace_into(std::string& out, std::string_view text, std::string_view from,
+                  std::string_view to) {
   if (from.empty()) aborterr("MY_STRING", "replace( char*, char*, char* )", "empty search text");
-  std::string out;
+  out.clear();
   out.reserve(text.size());
   size_t start = 0;
   for (size_t found; (found = text.find(from, start)) != std::string_view::npos;
@@ -24,7 +27,20 @@ std::string MY_STRING::replace(std::string_view text, std::string_view from, std
     out.append(to);
   }
   out.append(text, start, std::string_view::npos);
+}
+
+}  // namespace
+
+std::string MY_STRING::replace(std::string_view text, std::string_view from, std::string_view to) {
+  std::string out;
+  replace_into(out, text, from, to);
   return out;
+}
+
+void MY_STRING::replace_in(std::string& text, std::string_view from, std::string_view to) {
+  static std::string replaced;
+  replace_into(replaced, text, from, to);
+  text.swap(replaced);
 }
 
 std::string_view MY_STRING::next_digits(std::string_view text, size_t* from) {

@@ -13,6 +13,10 @@ class MY_STRING {
   // text with every occurrence of from (left to right, not overlapping) replaced by to.
   // An empty from fails the run.
   static std::string replace(std::string_view text, std::string_view from, std::string_view to);
+  // The same in place. The room of text's old bytes is kept for the next call, so a caller
+  // that replaces in many texts allocates only while they grow. from and to must not view
+  // text.
+  static void replace_in(std::string& text, std::string_view from, std::string_view to);
   // The first run of decimal digits at or after *from, moving *from past it; the empty text
   // (and *from at the end) when there is none.
   static std::string_view next_digits(std::string_view text, size_t* from);

@@ -98,6 +98,19 @@ std::optional<std::string> AI_POINT_TEXT::TxTXstring(const char* sep) const {
   return text;
 }
 
+bool AI_POINT_TEXT::tab_joined(std::string& text) const {
+  bool any = false;
+  text.clear();
+  for (const AI_TxTX& run : TxTX) {
+    const std::string* str = run.string();
+    if (!str) continue;
+    if (any) text += '\t';
+    text += *str;
+    any = true;
+  }
+  return any;
+}
+
 // False only when the text cannot hold a placeholder of id: an identifier of letters and
 // digits stands as written in a placeholder that lies in one run. Each table argument visits
 // every point text, and most hold no placeholder of its identifier.
@@ -122,12 +135,14 @@ void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab) {
   if (notes) notes->fonts_set.clear();
   if (!may_hold_placeholder(id)) return;
   if (option_each > 0) analysed.keep([this] { return TxTX; });
-  std::optional<std::string> text = TxTXstring("\t");
+  // Every text uses the same one: its room is made once.
+  static std::string text;
+  const bool any = tab_joined(text);
   const char* pattern = placeholder_pattern(id, option_rx == 1);
   if (option_rx == 1) font_replace(pattern);
   // A text that no cell reached keeps its runs as they are.
-  if (text && setup_tabtxt_replace(*text, pattern, !id || plain_identifier(id), tab)) {
-    setup_tabtxt_split(*text);
+  if (any && setup_tabtxt_replace(text, pattern, !id || plain_identifier(id), tab)) {
+    setup_tabtxt_split(text);
   }
   rimba_encode_tx();
 }
@@ -165,7 +180,7 @@ bool AI_POINT_TEXT::setup_tabtxt_replace(std::string& text, const char* pattern,
     if (match.find('\t') != std::string::npos) {
       replacement = made = std::string(replacement) + '\t';
     }
-    text = MY_STRING::replace(text, match, replacement);
+    MY_STRING::replace_in(text, match, replacement);
     replaced = true;
     if (text.size() > expansion_pool) endless_expansion(match);
     expansion_pool -= text.size();

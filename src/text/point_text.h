@@ -49,6 +49,8 @@ class AI_POINT_TEXT {
 
  private:
   bool may_hold_placeholder(const char* id) const;
+  // The runs' strings joined with tabs into text; false when no run has a string.
+  bool tab_joined(std::string& text) const;
   // Replaces in text; whether any placeholder was replaced or removed.
   // needs_dashes: whether every match holds two dashes.
   bool setup_tabtxt_replace(std::string& text, const char* pattern, bool needs_dashes,
