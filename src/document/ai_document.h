@@ -54,6 +54,10 @@ class AI_DOCUMENT {
   bool keeps_bytes() const { return lines.keeps_line_ends(); }
   int line_count() const { return lines.line_count(); }
   std::string_view line(int index) const { return lines.line(index); }
+  template <typename Visit>
+  void each_line(int first, int last, Visit visit) const {
+    lines.each_line(first, last, visit);
+  }
   std::string_view bytes_of_lines(int first, int last) const {
     return lines.bytes_of_lines(first, last);
   }

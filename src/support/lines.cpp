@@ -489,18 +489,13 @@ void LINE_INDEX::note_kept_line(int index, const char* start, const char* end) {
   }
 }
 
+size_t LINE_INDEX::kept_line_end(const char* start, const char* next) {
+  return kept_line_end_length(start, next);
+}
+
 std::string_view LINE_INDEX::line(int index) const {
-  const char* next = line_start(index + 1);
-  // The next line starts after this one's CR and the LF that may follow it.
-  const char* start = line_start(index);
-  const char* end = no_line_end    ? next
-                    : any_line_end ? next - kept_line_end_length(start, next)
-                                   : next - (next[-1] == '\n' ? 2 : 1);
-  const std::string_view bytes_read(start, static_cast<size_t>(end - start));
-  if (no_line_end || std::binary_search(nul_lines.begin(), nul_lines.end(), index)) {
-    return bytes_read.substr(0, bytes_read.find('\0'));
-  }
-  return bytes_read;
+  return line_text(line_start(index), line_start(index + 1),
+                   std::binary_search(nul_lines.begin(), nul_lines.end(), index));
 }
 
 // The lines from first on, before last_end, that end in a CR alone and hold no NUL: their

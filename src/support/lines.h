@@ -60,6 +60,19 @@ class LINE_INDEX {
   int line_count() const { return static_cast<int>(starts.size()) - 1; }
   // A line without its line end, up to its first NUL byte if it holds one.
   std::string_view line(int index) const;
+  // Calls visit(line(i)) for each line i from first to last, with less work per line.
+  template <typename Visit>
+  void each_line(int first, int last, Visit visit) const {
+    auto nul_line = std::lower_bound(nul_lines.begin(), nul_lines.end(), first);
+    const char* start = line_start(first);
+    for (int i = first; i <= last; ++i) {
+      const char* next = line_start(i + 1);
+      const bool nul = nul_line != nul_lines.end() && *nul_line == i;
+      if (nul) ++nul_line;
+      visit(line_text(start, next, nul));
+      start = next;
+    }
+  }
   // The text's bytes from the start of line first to the end of line last, line ends (and
   // any bytes after a NUL) included.
   std::string_view bytes_of_lines(int first, int last) const {
@@ -116,6 +129,16 @@ class LINE_INDEX {
   const char* line_start(int index) const {
     return text.data() + starts[static_cast<size_t>(index)];
   }
+  // The text of the line that starts at start and before next; nul: whether it holds a NUL.
+  std::string_view line_text(const char* start, const char* next, bool nul) const {
+    // The next line starts after this one's CR and the LF that may follow it.
+    const char* end = no_line_end    ? next
+                      : any_line_end ? next - kept_line_end(start, next)
+                                     : next - (next[-1] == '\n' ? 2 : 1);
+    const std::string_view bytes_read(start, static_cast<size_t>(end - start));
+    return no_line_end || nul ? bytes_read.substr(0, bytes_read.find('\0')) : bytes_read;
+  }
+  static size_t kept_line_end(const char* start, const char* next);
   // Set when the text holds no CR: its one line then runs to the end of the text.
   bool no_line_end = false;
   bool crlf_seen = false;      // some line ends in CR LF

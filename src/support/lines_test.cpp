@@ -134,6 +134,14 @@ TEST(LinesTest, CutMatchesTheByteByByteDefinition) {
       }
     }
     ASSERT_EQ(expected_print, printed(doc)) << round;
+    // A walk over a range of lines gives each as line() does.
+    const int first = static_cast<int>(random() % static_cast<unsigned>(doc.line_count()));
+    int next = first;
+    doc.each_line(first, doc.line_count() - 1, [&](std::string_view text) {
+      EXPECT_EQ(doc.line(next), text) << round << " line " << next;
+      ++next;
+    });
+    EXPECT_EQ(doc.line_count(), next) << round;
   }
 }
 

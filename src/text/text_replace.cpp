@@ -49,8 +49,8 @@ bool AI_TEXT_REPLACE::setup(const AI_DOCUMENT& doc, int first, int last) {
   static STACK stack(true);
   stack.clear();
   TOKEN token;
-  for (int i = first; i < last; ++i) {
-    token.init(doc.line(i), " ");
+  doc.each_line(first, last - 1, [&](std::string_view line) {
+    token.init(line, " ");
     std::string_view view;
     while (token.next(&view)) {
       stack.push_bounded(view, kStackBound);
@@ -59,7 +59,7 @@ bool AI_TEXT_REPLACE::setup(const AI_DOCUMENT& doc, int first, int last) {
       point_text.setup(op, stack);
       stack.free_all();
     }
-  }
+  });
   if (!holds_placeholder(point_text)) return false;
   if (stack.overlong_seen()) fail("STACK_OBJ::str size error\n");
   return true;
