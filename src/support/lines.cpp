@@ -72,6 +72,8 @@ void LINE_INDEX::clear() {
   comment_lines.clear();
   text_lines.clear();
   text_end_lines.clear();
+  text_line_hint = 0;
+  text_end_line_hint = 0;
 }
 
 // Cuts the text from "%!PS-Adobe" to the CR after the last "%%EOF" into lines: a line's text
@@ -266,19 +268,30 @@ void LINE_INDEX::note_line(int index, const char* start, const char* end, LineMa
 
 namespace {
 
-int first_in(const std::vector<int>& lines, int from, int to) {
-  auto it = std::lower_bound(lines.begin(), lines.end(), from);
+// The layers ask for text objects one after the other, so each search starts where the one
+// before ended; a search that goes back, or far ahead, is a binary search.
+int first_in(const std::vector<int>& lines, size_t& hint, int from, int to) {
+  constexpr size_t kSteps = 8;
+  auto it = lines.begin() + static_cast<std::ptrdiff_t>(std::min(hint, lines.size()));
+  if (it != lines.begin() && it[-1] >= from) it = lines.begin();
+  for (size_t step = 0; it != lines.end() && *it < from; ++it) {
+    if (++step == kSteps) {
+      it = std::lower_bound(it, lines.end(), from);
+      break;
+    }
+  }
+  hint = static_cast<size_t>(it - lines.begin());
   return it != lines.end() && *it <= to ? *it : -1;
 }
 
 }  // namespace
 
 int LINE_INDEX::find_text_line(int from, int to) const {
-  return first_in(text_lines, from, to);
+  return first_in(text_lines, text_line_hint, from, to);
 }
 
 int LINE_INDEX::find_text_end_line(int from, int to) const {
-  return first_in(text_end_lines, from, to);
+  return first_in(text_end_lines, text_end_line_hint, from, to);
 }
 
 namespace {

@@ -169,4 +169,7 @@ class LINE_INDEX {
   }
   std::vector<int> text_lines;      // ascending
   std::vector<int> text_end_lines;  // ascending
+  // Where the last search in each of them ended.
+  mutable size_t text_line_hint = 0;
+  mutable size_t text_end_line_hint = 0;
 };

@@ -211,8 +211,7 @@ void Output::vprintf_fallback(const char* format, va_list args) {
 void Output::flush() {
   if (fd < 0) return;
   close_buffered_piece();
-  std::vector<iovec> chunks;
-  chunks.reserve(pieces.size());
+  chunks.clear();
   for (const Piece& piece : pieces) {
     const char* base = piece.kept ? piece.kept : storage.data() + piece.from;
     chunks.push_back({const_cast<char*>(base), piece.length});

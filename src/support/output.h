@@ -3,6 +3,8 @@
 // Error, so a full disk never passes for success.
 #pragma once
 
+#include <sys/uio.h>
+
 #include <cstdarg>
 #include <cstddef>
 #include <cstdint>
@@ -95,5 +97,6 @@ class Output {
     size_t length;
   };
   std::vector<Piece> pieces;
-  size_t buffered_from = 0;  // where the buffer's bytes not yet in a piece begin
+  size_t buffered_from = 0;   // where the buffer's bytes not yet in a piece begin
+  std::vector<iovec> chunks;  // the pieces as one flush hands them over, kept for the next
 };
