@@ -332,13 +332,16 @@ int run_batch(const std::vector<std::string>& args, size_t template_at, Output& 
   }
   run_report().start(option_report == 1);
   TABLE_LOADER loader;
-  AI_DOCUMENT doc = read_template(args[template_at]);
-  doc.analyze_doc();
-  BATCH batch(doc, arguments, loader, args[template_at]);
-  if (option_each > 0) {
-    batch.make_each(pattern);
-  } else {
-    batch.make_one(out, diagnostics);
+  std::unique_ptr<AI_DOCUMENT> doc = read_template(args[template_at]);
+  doc->analyze_doc();
+  {
+    BATCH batch(*doc, arguments, loader, args[template_at]);
+    if (option_each > 0) {
+      batch.make_each(pattern);
+    } else {
+      batch.make_one(out, diagnostics);
+    }
   }
+  done_with(std::move(doc));
   return 0;
 }

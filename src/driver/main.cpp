@@ -15,6 +15,7 @@ int main(int argc, char** argv) {
   try {
     Output out(STDOUT_FILENO);
     std::vector<std::string> args(argv, argv + argc);
+    leave_document_to_exit = true;
     int status = run(args, out, diagnostics);
     out.flush();
     std::fputs(diagnostics.c_str(), stderr);
