@@ -51,11 +51,10 @@ void LineStarts::reset(size_t expected_lines) {
 
 void LineStarts::push(const size_t* offsets, size_t count) {
   if (count == 0) return;
-  const size_t at = low.size();
-  // Below the next 4 GiB step, as nearly always, the offsets go in as they are.
+  // Below the next 4 GiB step, as nearly always, the offsets go in as they are (appended,
+  // not first zeroed by a resize).
   if (offsets[count - 1] >> 32 == steps.size()) {
-    low.resize(at + count);
-    for (size_t i = 0; i < count; ++i) low[at + i] = static_cast<uint32_t>(offsets[i]);
+    for (size_t i = 0; i < count; ++i) low.push_back(static_cast<uint32_t>(offsets[i]));
     return;
   }
   for (size_t i = 0; i < count; ++i) {
