@@ -113,6 +113,86 @@ bool holds_plain_placeholder(std::string_view text) {
   return false;
 }
 
+namespace {
+
+bool is_upper(char c) {
+  return c >= 'A' && c <= 'Z';
+}
+
+bool is_digit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+}  // namespace
+
+void PLAIN_PLACEHOLDERS::init_offset(const char* text) {
+  subject = text;
+  offset = 0;
+}
+
+int PLAIN_PLACEHOLDERS::match_next(std::string& out) {
+  for (size_t start = offset; start < subject.size();) {
+    size_t resume = start + 1;
+    const size_t end = match_at(start, &resume);
+    if (end != std::string_view::npos) {
+      out.assign(subject, start, end - start);
+      offset = end;
+      return 1;
+    }
+    start = resume;
+  }
+  return 0;
+}
+
+// Every choice of the pattern is forced: a separator is taken wherever one stands (what
+// follows it cannot be one), and each run of letters or digits goes as far as it can (what
+// must follow it, a dash, cannot be part of it). So the one match from start, if any, is
+// also the longest.
+size_t PLAIN_PLACEHOLDERS::match_at(size_t start, size_t* resume) const {
+  auto separator = [this](size_t at) { return at < subject.size() && subject[at] == '\t'; };
+  auto dash = [this](size_t at) { return at < subject.size() && subject[at] == '-'; };
+  size_t at = identifier_end(start, resume);
+  for (int number = 0; number < 2; ++number) {
+    if (at == std::string_view::npos || !dash(at)) return std::string_view::npos;
+    ++at;
+    if (separator(at)) ++at;
+    at = digits_end(at);
+  }
+  return at;
+}
+
+// With an identifier, its characters, each perhaps followed by a separator. Without one,
+// capital letters with single separators between them: a search that fails after such a run
+// fails from every letter of it too, so the walk resumes after the run.
+size_t PLAIN_PLACEHOLDERS::identifier_end(size_t at, size_t* resume) const {
+  const size_t size = subject.size();
+  if (id) {
+    for (const char* c = id; *c; ++c) {
+      if (at == size || subject[at] != *c) return std::string_view::npos;
+      ++at;
+      if (at < size && subject[at] == '\t') ++at;
+    }
+    return at;
+  }
+  if (!is_upper(subject[at])) return std::string_view::npos;
+  while (at < size &&
+         (is_upper(subject[at]) || (subject[at] == '\t' && is_upper(subject[at - 1])))) {
+    ++at;
+  }
+  *resume = at;
+  return at;
+}
+
+size_t PLAIN_PLACEHOLDERS::digits_end(size_t at) const {
+  const size_t size = subject.size();
+  if (at == size || !is_digit(subject[at])) return std::string_view::npos;
+  while (at < size &&
+         (is_digit(subject[at]) || (subject[at] == '\t' && is_digit(subject[at - 1])))) {
+    ++at;
+  }
+  return at;
+}
+
 bool plain_identifier(const char* id) {
   for (const char* c = id; *c; ++c) {
     if (!std::isalnum(static_cast<unsigned char>(*c))) return false;
@@ -147,10 +227,6 @@ namespace {
 
 long long number(const std::string& digits) {
   return to_int(digits.c_str());
-}
-
-bool is_digit(char c) {
-  return c >= '0' && c <= '9';
 }
 
 // The next run of digits at or after *at, read as to_int reads it, with the tabs between

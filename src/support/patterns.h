@@ -39,6 +39,31 @@ const char* placeholder_pattern(const char* id, bool with_font);
 // "[A-Z]+-[0-9]+-[0-9]+", found without a regular expression since every text object asks.
 bool holds_plain_placeholder(std::string_view text);
 
+// The walk over the placeholders of the plain syntax with tab separators that MY_REGEX
+// makes with placeholder_pattern(id, false), without a regular expression: the same matches,
+// each the leftmost and then the longest, for any identifier (id null) or a plain one. It
+// looks at each byte a bounded number of times, as the expression's matcher does.
+class PLAIN_PLACEHOLDERS {
+ public:
+  explicit PLAIN_PLACEHOLDERS(const char* identifier) : id(identifier) {}
+  // Makes text (up to its NUL) the subject and restarts the walk; the text is not copied.
+  void init_offset(const char* text);
+  // As MY_REGEX::match_next.
+  int match_next(std::string& out);
+
+ private:
+  // The end of the placeholder that starts at start, or npos.
+  size_t match_at(size_t start, size_t* resume) const;
+  size_t identifier_end(size_t at, size_t* resume) const;
+  // The end of a run of digits that may hold single tabs, each after a digit; npos when no
+  // digit stands at at.
+  size_t digits_end(size_t at) const;
+
+  const char* id;
+  std::string_view subject;
+  size_t offset = 0;
+};
+
 // Whether id is made of letters and digits only. Its pattern then matches it as written;
 // other characters may be read by the expression as operators of their own.
 bool plain_identifier(const char* id);

@@ -74,6 +74,38 @@ TEST(PatternsTest, QuickCheckFindsWhatTheGenericPatternFinds) {
   EXPECT_GT(found, 100);
 }
 
+// The walk without a regular expression meets the same placeholders, in the same order, as
+// the walk of the expression for the same identifier.
+TEST(PatternsTest, PlainWalkFindsWhatTheExpressionFinds) {
+  const char* const ids[] = {nullptr, "TX", "T", "", "A1"};
+  const std::vector<std::string> pieces = {"T", "X",  "A",  "1",    "B", "x",   "-",   "--",
+                                           "0", "42", "\t", "\t\t", " ", "TX-", "-7-", "_"};
+  std::mt19937 random(11);
+  int found = 0;
+  for (int round = 0; round < 20000; ++round) {
+    std::string text;
+    const int length = static_cast<int>(random() % 12);
+    for (int i = 0; i < length; ++i) text += pieces[random() % pieces.size()];
+    for (const char* id : ids) {
+      MY_REGEX regex;
+      ASSERT_EQ(1, regex.compile(placeholder_pattern(id, false)));
+      PLAIN_PLACEHOLDERS plain(id);
+      regex.init_offset(text.c_str());
+      plain.init_offset(text.c_str());
+      std::string expected;
+      std::string match;
+      for (int n = 0; n < 20; ++n) {
+        const int more = regex.match_next(expected);
+        ASSERT_EQ(more, plain.match_next(match)) << (id ? id : "(any)") << " in " << text;
+        if (!more) break;
+        ASSERT_EQ(expected, match) << (id ? id : "(any)") << " in " << text;
+        ++found;
+      }
+    }
+  }
+  EXPECT_GT(found, 1000);
+}
+
 TEST(PatternsTest, WhereAPlaceholderMayEnd) {
   const std::pair<std::string, bool> cases[] = {
       {"(TX-1-2) Tx", true},

@@ -138,17 +138,23 @@ void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab) {
   // Every text uses the same one: its room is made once.
   static std::string text;
   const bool any = tab_joined(text);
-  const char* pattern = placeholder_pattern(id, option_rx == 1);
-  if (option_rx == 1) font_replace(pattern);
+  const bool plain_id = !id || plain_identifier(id);
   // A text that no cell reached keeps its runs as they are.
-  if (any && setup_tabtxt_replace(text, pattern, !id || plain_identifier(id), tab)) {
-    setup_tabtxt_split(text);
+  bool replaced = false;
+  if (option_rx == 1) {
+    const char* pattern = placeholder_pattern(id, true);
+    font_replace(pattern);
+    if (any) replaced = setup_tabtxt_replace(text, pattern, plain_id, tab);
+  } else if (any && plain_id) {
+    PLAIN_PLACEHOLDERS placeholders(id);
+    replaced = setup_tabtxt_walk(text, placeholders, true, tab);
+  } else if (any) {
+    replaced = setup_tabtxt_replace(text, placeholder_pattern(id, false), false, tab);
   }
+  if (replaced) setup_tabtxt_split(text);
   rimba_encode_tx();
 }
 
-// Each match is replaced everywhere in the text by its cell, followed by one tab when it
-// held one, so that the text after it stays in a run of its own; then the walk starts again.
 bool AI_POINT_TEXT::setup_tabtxt_replace(std::string& text, const char* pattern, bool needs_dashes,
                                          const TAB_TEXT& tab) {
   MY_REGEX regex;
@@ -156,12 +162,20 @@ bool AI_POINT_TEXT::setup_tabtxt_replace(std::string& text, const char* pattern,
     fail("%sAI_POINT_TEXT:setup_tabtxt_replace( char *, char *, TAB_TEXT *):regex compile error\n",
          regex.error_text().c_str());
   }
-  regex.init_offset(text.c_str());
+  return setup_tabtxt_walk(text, regex, needs_dashes, tab);
+}
+
+// Each match is replaced everywhere in the text by its cell, followed by one tab when it
+// held one, so that the text after it stays in a run of its own; then the walk starts again.
+template <typename MATCHER>
+bool AI_POINT_TEXT::setup_tabtxt_walk(std::string& text, MATCHER& matcher, bool needs_dashes,
+                                      const TAB_TEXT& tab) {
+  matcher.init_offset(text.c_str());
   int matches = 0;
   bool replaced = false;
   std::string match;
   std::set<std::string> kept;
-  while ((!needs_dashes || holds_two_dashes(text)) && regex.match_next(match)) {
+  while ((!needs_dashes || holds_two_dashes(text)) && matcher.match_next(match)) {
     if (++matches > kMaxMatches) endless_expansion(match);
     long long row = 0;
     long long col = 0;
@@ -184,7 +198,7 @@ bool AI_POINT_TEXT::setup_tabtxt_replace(std::string& text, const char* pattern,
     replaced = true;
     if (text.size() > expansion_pool) endless_expansion(match);
     expansion_pool -= text.size();
-    regex.init_offset(text.c_str());
+    matcher.init_offset(text.c_str());
   }
   return replaced;
 }

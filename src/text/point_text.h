@@ -55,6 +55,11 @@ class AI_POINT_TEXT {
   // needs_dashes: whether every match holds two dashes.
   bool setup_tabtxt_replace(std::string& text, const char* pattern, bool needs_dashes,
                             const TAB_TEXT& tab);
+  // The walk of setup_tabtxt_replace with a MY_REGEX or the PLAIN_PLACEHOLDERS that stand
+  // for the plain pattern of a plain identifier.
+  template <typename MATCHER>
+  bool setup_tabtxt_walk(std::string& text, MATCHER& matcher, bool needs_dashes,
+                         const TAB_TEXT& tab);
   void setup_tabtxt_split(const std::string& text);
   void font_replace(const char* pattern);
   void rimba_encode_tx();
