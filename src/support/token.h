@@ -34,8 +34,9 @@ class TOKEN {
   // than a library search.
   const char* find_delim(const char* from) const {
     if (delim_len != 1) return find_long_delim(from);
+    const char c = *delim;
     const char* p = from;
-    while (p < end && *p != *delim) ++p;
+    while (p < end && *p != c) ++p;
     return p;
   }
   const char* find_long_delim(const char* from) const;

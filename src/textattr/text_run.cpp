@@ -60,8 +60,8 @@ std::string run_string(std::string_view operand) {
 
 size_t AI_TxTX::first_operand(TEXT_OP op) const {
   size_t at = 0;
-  for (int i = 0; i < style_index(op); ++i) {
-    if (present & (uint32_t{1} << i)) at += static_cast<size_t>(kStyleOperators[i].operands);
+  for (uint32_t before = present & (bit(op) - 1); before != 0; before &= before - 1) {
+    at += static_cast<size_t>(kStyleOperators[__builtin_ctz(before)].operands);
   }
   return at;
 }
