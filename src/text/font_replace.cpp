@@ -45,7 +45,7 @@ void AI_POINT_TEXT::font_replace(const char* pattern) {
     rowcol_font(match, &row, &col, &font);
     if (font.empty() || !run.has(TEXT_OP::Tf)) continue;
     run.font_name = font;
-    run.font_replaced = 1;
+    run.font_replaced = true;
     if (run_report().enabled()) report_notes().fonts_set[match] = font;
   }
 }
@@ -55,7 +55,7 @@ void AI_POINT_TEXT::font_replace(const char* pattern) {
 void AI_POINT_TEXT::rimba_encode_tx() {
   for (AI_TxTX& run : TxTX) {
     if (run.number_encoded || !run.has(TEXT_OP::Tf) || !IsRimba(run.font_name.c_str()) ||
-        run.font_replaced != 1) {
+        !run.font_replaced) {
       continue;
     }
     std::string* str = run.string();

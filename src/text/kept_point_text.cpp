@@ -69,22 +69,23 @@ void KEPT_POINT_TEXT::file(TEXT_OP op, const PS_TOKEN* operand, std::string_view
     return;
   }
   if (!operand) {
-    run.str.reset();
+    run.drop_string();
     return;
   }
   where.string = *operand;
   where.text_read = run_text(ps_string_value(*operand));
-  run.str = where.text_read;
+  run.set_string(where.text_read);
 }
 
 void KEPT_POINT_TEXT::patch(const AI_POINT_TEXT& point_text, PATCHES& patches) const {
   for (size_t i = 0; i < runs.size(); ++i) {
     const AI_TxTX& run = point_text.runs()[i];
     const RUN& where = runs[i];
-    if (run.str && !where.string.bytes.empty() && *run.str != where.text_read) {
-      patches.replace(where.string.bytes, ps_string_like(where.string, run_bytes(*run.str)));
+    const std::string* str = run.string();
+    if (str && !where.string.bytes.empty() && *str != where.text_read) {
+      patches.replace(where.string.bytes, ps_string_like(where.string, run_bytes(*str)));
     }
-    if (run.font_replaced == 1 && run.has(TEXT_OP::Tf) && !where.font_name.empty()) {
+    if (run.font_replaced && run.has(TEXT_OP::Tf) && !where.font_name.empty()) {
       const bool underscore = where.font_name.substr(0, 2) == "/_";
       patches.replace(where.font_name, (underscore ? "/_" : "/") + run.font_name);
     }

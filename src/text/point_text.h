@@ -68,10 +68,10 @@ class AI_POINT_TEXT {
 
   OP_Tp Tp;
   std::optional<OP_Tv> Tv;
-  bool TP_mark = false;
   AI_ATTRIBUTES attributes;
   std::vector<AI_TxTX> TxTX;
   size_t TxTX_index = 0;
+  bool TP_mark = false;
   bool decoded = false;
 
   // What "-report" needs to remember: the placeholders already reported, and the fonts set

@@ -68,7 +68,7 @@ size_t AI_TxTX::first_operand(TEXT_OP op) const {
 
 void AI_TxTX::setup(TEXT_OP op, const STACK& stack) {
   if (op == TEXT_OP::Tx || op == TEXT_OP::TX) {
-    str = run_string(stack.operand(1));
+    set_string(run_string(stack.operand(1)));
     str_is_TX = op == TEXT_OP::TX;
     return;
   }
@@ -120,8 +120,8 @@ void AI_TxTX::print(Output& out) const {
     }
     values += count;
   }
-  if (!str) return;
+  if (!has_string) return;
   out.write("(");
-  out.write(*str);
+  out.write(str);
   out.line(str_is_TX ? ") TX" : ") Tx");
 }

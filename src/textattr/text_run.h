@@ -4,7 +4,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,8 +21,16 @@ class AI_TxTX {
   // k g K G, then Tf Tr TV Ta Tt Tz Tl Tk TK Ts Xu Tq, then the string, each only if read.
   void print(Output& out) const;
   // The run's string; nullptr when it has none.
-  std::string* string() { return str ? &*str : nullptr; }
-  const std::string* string() const { return str ? &*str : nullptr; }
+  std::string* string() { return has_string ? &str : nullptr; }
+  const std::string* string() const { return has_string ? &str : nullptr; }
+  void set_string(std::string text) {
+    str = std::move(text);
+    has_string = true;
+  }
+  void drop_string() {
+    str.clear();
+    has_string = false;
+  }
 
   // Whether the run read the style operator op (k to Tq).
   bool has(TEXT_OP op) const { return (present & bit(op)) != 0; }
@@ -35,10 +42,8 @@ class AI_TxTX {
   // The font of the run's Tf, without the two characters ("/_") written before it; only
   // meaningful when the run read a Tf.
   std::string font_name;
-  int font_replaced = 0;
-  // The string of the Tx or TX operator that closed the run (a run has at most one), without
-  // its enclosing parentheses, escapes as written in the template.
-  std::optional<std::string> str;
+  // Set when a placeholder gave the run its font.
+  bool font_replaced = false;
   bool str_is_TX = false;
   // Set once the run's number has been written in numeral-font codes: the escapes of those
   // codes hold digits that are no number of the text, so the run is never encoded again.
@@ -51,8 +56,12 @@ class AI_TxTX {
   // Where op's operands are, or would go, in operands.
   size_t first_operand(TEXT_OP op) const;
 
+  bool has_string = false;
   // Only the operators read take room: one bit each says which, and their operands follow
   // one another in print order (integers too, which a double holds exactly).
   uint32_t present = 0;
+  // The string of the Tx or TX operator that closed the run (a run has at most one), without
+  // its enclosing parentheses, escapes as written in the template.
+  std::string str;
   std::vector<double> operands;
 };

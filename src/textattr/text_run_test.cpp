@@ -156,14 +156,14 @@ TEST_F(TextRunTest, StringOperandLosesOnlyItsOuterCharacters) {
   read({"()", "Tx"});
   EXPECT_EQ("() Tx\r", printed());
   read({"(a\\) b\\(c)", "Tx"});
-  EXPECT_EQ("a\\) b\\(c", *run.str);
+  EXPECT_EQ("a\\) b\\(c", *run.string());
   read({"(", "Tx"});
-  EXPECT_EQ("", *run.str);
+  EXPECT_EQ("", *run.string());
 }
 
 TEST_F(TextRunTest, TabInAStringIsKeptAsItsEscape) {
   read({"(a\tb\t)", "TX"});
-  EXPECT_EQ("a\\tb\\t", *run.str);
+  EXPECT_EQ("a\\tb\\t", *run.string());
   EXPECT_EQ("(a\\tb\\t) TX\r", printed());
 }
 
