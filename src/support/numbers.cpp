@@ -77,6 +77,8 @@ int to_int(std::string_view text) {
 }
 
 double to_double(std::string_view text) {
+  // A lone digit, as most placements and style operands are ("1 0 0 1 ... Tp", "0 Tr").
+  if (text.size() == 1 && is_digit(text[0])) return text[0] - '0';
   double value;
   return plain_decimal(text, &value) ? value : by_strtod(text);
 }

@@ -126,7 +126,7 @@ bool AI_POINT_TEXT::may_hold_placeholder(const char* id) const {
   if (!only || only->find('\t') != std::string::npos) return only != nullptr;
   const std::string_view key = id;
   for (size_t at = only->find(key); at != std::string::npos; at = only->find(key, at + 1)) {
-    if (only->compare(at + key.size(), 1, "-") == 0) return true;
+    if (at + key.size() < only->size() && (*only)[at + key.size()] == '-') return true;
   }
   return false;
 }
