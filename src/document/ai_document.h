@@ -5,6 +5,7 @@
 #pragma once
 
 #include <memory>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -89,6 +90,10 @@ class AI_DOCUMENT {
   };
   const std::vector<CUT>& cut_out() const { return cuts; }
 
+  // Where the analysis makes the models of the document's objects: a few large blocks rather
+  // than hundreds of thousands of small ones, given back when the document goes.
+  std::pmr::memory_resource* model_memory() const { return &models; }
+
   const AI_SCRIPT* get_script() const { return script.get(); }
   const AI_PROLOG* get_prolog() const { return prolog.get(); }
 
@@ -96,6 +101,8 @@ class AI_DOCUMENT {
   void eliminate_BeginEndDocument();
 
   FileBytes bytes;
+  // Declared before the sections, so that it outlives the models made in it.
+  mutable std::pmr::monotonic_buffer_resource models;
   std::string_view text;                  // the bytes, with any embedded documents cut out
   FileBytes source_bytes{std::string()};  // the file as read, once something was cut out
   std::vector<CUT> cuts;

@@ -201,8 +201,11 @@ bool plain_identifier(const char* id) {
 }
 
 bool holds_two_dashes(std::string_view text) {
-  const size_t first = text.find('-');
-  return first != std::string_view::npos && text.find('-', first + 1) != std::string_view::npos;
+  int dashes = 0;
+  for (char c : text) {
+    if (c == '-' && ++dashes == 2) return true;
+  }
+  return false;
 }
 
 bool may_end_placeholder(std::string_view bytes, bool decoded) {

@@ -20,7 +20,7 @@ void AI_TEXT::setup(const AI_DOCUMENT& doc, int line, int layer_last, int* next)
   if (text_type != 0 || !AI_TEXT_REPLACE::may_hold_placeholder(doc, first_line, last_line)) {
     return;
   }
-  replace = std::make_unique<AI_TEXT_REPLACE>();
+  replace = make_in<AI_TEXT_REPLACE>(doc.model_memory(), doc.model_memory());
   const bool replaceable = doc.keeps_bytes() ? replace->setup_kept(doc, first_line, last_line)
                                              : replace->setup(doc, first_line, last_line);
   if (!replaceable) replace.reset();

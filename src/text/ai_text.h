@@ -4,7 +4,7 @@
 // object prints its lines exactly as read.
 #pragma once
 
-#include <memory>
+#include "support/arena.h"
 
 class AI_DOCUMENT;
 class AI_TEXT_REPLACE;
@@ -24,7 +24,7 @@ class AI_TEXT {
   int first_line = 0;
   int last_line = 0;
   int text_type = 0;
-  std::unique_ptr<AI_TEXT_REPLACE> replace;
+  IN_RESOURCE<AI_TEXT_REPLACE> replace;
 
  private:
   void print_text(const AI_DOCUMENT& doc, Output& out) const;

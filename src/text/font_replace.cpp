@@ -54,8 +54,8 @@ void AI_POINT_TEXT::font_replace(const char* pattern) {
 // written with the string escapes of the template (as bytes, in decoded strings).
 void AI_POINT_TEXT::rimba_encode_tx() {
   for (AI_TxTX& run : TxTX) {
-    if (run.number_encoded || !run.has(TEXT_OP::Tf) || !IsRimba(run.font_name.c_str()) ||
-        !run.font_replaced) {
+    if (!run.font_replaced || run.number_encoded || !run.has(TEXT_OP::Tf) ||
+        !IsRimba(run.font_name.c_str())) {
       continue;
     }
     std::string* str = run.string();

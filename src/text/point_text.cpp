@@ -74,7 +74,7 @@ void AI_POINT_TEXT::setup(TEXT_OP op, const STACK& stack) {
 
 // Style operators gather into the run being filled; its Tx or TX string closes it.
 void AI_POINT_TEXT::setupTxTX(TEXT_OP op, const STACK& stack) {
-  if (TxTX_index == TxTX.size()) TxTX.emplace_back();
+  if (TxTX_index == TxTX.size()) TxTX.emplace_back(memory);
   TxTX.back().setup(op, stack);
   if (op == TEXT_OP::Tx || op == TEXT_OP::TX) ++TxTX_index;
 }

@@ -5,6 +5,7 @@
 
 #include <map>
 #include <memory>
+#include <memory_resource>
 #include <optional>
 #include <set>
 #include <string>
@@ -26,6 +27,10 @@ void add_to_expansion_pool(size_t input_bytes);
 
 class AI_POINT_TEXT {
  public:
+  // memory: where the runs keep their operands, which stay as the analysis read them.
+  explicit AI_POINT_TEXT(std::pmr::memory_resource* runs_memory = std::pmr::get_default_resource())
+      : memory(runs_memory) {}
+
   // Files one operator; it is the newest word of stack, its operands the words below.
   void setup(TEXT_OP op, const STACK& stack);
   void print(Output& out) const;
@@ -66,6 +71,7 @@ class AI_POINT_TEXT {
   void setupTxTX(TEXT_OP op, const STACK& stack);
   void report(const std::string& match, long long row, long long col, const char* outcome);
 
+  std::pmr::memory_resource* memory;
   OP_Tp Tp;
   std::optional<OP_Tv> Tv;
   AI_ATTRIBUTES attributes;

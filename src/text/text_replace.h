@@ -4,6 +4,7 @@
 #pragma once
 
 #include <memory>
+#include <memory_resource>
 #include <string_view>
 
 #include "text/kept_point_text.h"
@@ -16,6 +17,10 @@ class TAB_TEXT;
 
 class AI_TEXT_REPLACE {
  public:
+  // memory: where the model keeps what stays as the analysis made it.
+  explicit AI_TEXT_REPLACE(std::pmr::memory_resource* memory = std::pmr::get_default_resource())
+      : point_text(memory) {}
+
   // False only when the lines first..last-1 cannot hold a placeholder in their strings, which
   // spares most text objects of a large document the full parse.
   static bool may_hold_placeholder(const AI_DOCUMENT& doc, int first, int last);

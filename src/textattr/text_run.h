@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,10 @@ class STACK;
 
 class AI_TxTX {
  public:
+  // memory: where the operands go. A copy keeps its own on the heap.
+  explicit AI_TxTX(std::pmr::memory_resource* memory = std::pmr::get_default_resource())
+      : operands(memory) {}
+
   // Files one operator, the newest word of stack. A repeated operator replaces its record;
   // operators that belong to no run are ignored.
   void setup(TEXT_OP op, const STACK& stack);
@@ -63,5 +68,5 @@ class AI_TxTX {
   // The string of the Tx or TX operator that closed the run (a run has at most one), without
   // its enclosing parentheses, escapes as written in the template.
   std::string str;
-  std::vector<double> operands;
+  std::pmr::vector<double> operands;
 };
