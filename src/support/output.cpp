@@ -31,7 +31,11 @@ void Output::close_buffered_piece() {
 }
 
 void Output::grow(size_t n) {
-  storage.resize(std::max({2 * storage.size(), used + n, kFlushSize + 1024}));
+  const size_t grown = std::max({2 * capacity, used + n, kFirstRoom});
+  std::unique_ptr<char[]> room(new char[grown]);
+  if (used > 0) std::memcpy(room.get(), storage.get(), used);
+  storage = std::move(room);
+  capacity = grown;
 }
 
 namespace {
@@ -213,7 +217,7 @@ void Output::flush() {
   close_buffered_piece();
   chunks.clear();
   for (const Piece& piece : pieces) {
-    const char* base = piece.kept ? piece.kept : storage.data() + piece.from;
+    const char* base = piece.kept ? piece.kept : storage.get() + piece.from;
     chunks.push_back({const_cast<char*>(base), piece.length});
   }
   size_t next = 0;

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <cstring>
 #include <initializer_list>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -51,17 +52,18 @@ class Output {
   void flush();
 
   // What is buffered: in memory, the whole document written so far.
-  std::string_view text() const { return {storage.data(), used}; }
+  std::string_view text() const { return {storage.get(), used}; }
 
  private:
   static constexpr size_t kFlushSize = 1 << 16;
   static constexpr size_t kMaxPieces = 512;
+  static constexpr size_t kFirstRoom = 4096;
 
   // Where n more bytes may be written into the buffer; bytes written there count once
   // advance(n) says so.
   char* room(size_t n) {
-    if (n > storage.size() - used) grow(n);
-    return storage.data() + used;
+    if (n > capacity - used) grow(n);
+    return storage.get() + used;
   }
   void advance(size_t n) { used += n; }
   void put(std::string_view bytes) {
@@ -85,9 +87,10 @@ class Output {
   void vprintf_fallback(const char* format, va_list args);
 
   int fd = -1;
-  // The buffer: storage's size is the room it has (zeroed once, as it grows), used the part
-  // written.
-  std::vector<char> storage;
+  // The buffer: capacity bytes of room, of which used are written. The room is not cleared
+  // first: one output is made per document, many in a batch.
+  std::unique_ptr<char[]> storage;
+  size_t capacity = 0;
   size_t used = 0;
   // What the next flush writes, in order: queued bytes, and runs of the buffer (where kept is
   // nullptr and from is an offset into the buffer, which may move as it grows).
