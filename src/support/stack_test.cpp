@@ -5,90 +5,54 @@
 
 #include "driver/diagnostics.h"
 
-TEST(StackTest, NewStackIsEmpty) {
-  STACK stack;
-  EXPECT_EQ(0, stack.count());
-  EXPECT_EQ(nullptr, stack.peek(0));
-  EXPECT_EQ(nullptr, stack.shift());
-  EXPECT_STREQ("", stack.operand(1));
-  stack.free_all();
-  EXPECT_EQ(0, stack.count());
+namespace {
+
+// "count: newest ... oldest", as peek walks the stack down.
+std::string dump(const STACK& stack) {
+  std::string out = std::to_string(stack.count()) + ":";
+  for (int i = 0; stack.peek(-i); ++i) out += " " + std::string(stack.peek(-i));
+  return out;
 }
 
-TEST(StackTest, PeekCountsBackFromTheTop) {
+}  // namespace
+
+TEST(StackTest, WordsNewestFirst) {
   STACK stack;
-  stack.push("t1");
+  EXPECT_EQ("0:", dump(stack));
+  EXPECT_EQ(nullptr, stack.shift());
+  std::string word = "t1";
+  stack.push(word);
+  word = "changed";  // the stack holds a copy
   stack.push("t2");
   stack.push("t3");
-  EXPECT_STREQ("t3", stack.peek(0));
-  EXPECT_STREQ("t2", stack.peek(-1));
-  EXPECT_STREQ("t1", stack.peek(-2));
-  EXPECT_EQ(nullptr, stack.peek(-3));
+  EXPECT_EQ("3: t3 t2 t1", dump(stack));
   EXPECT_EQ(nullptr, stack.peek(1));
   EXPECT_STREQ("t1", stack.operand(2));
   EXPECT_STREQ("", stack.operand(3));
-}
-
-TEST(StackTest, BoundKeepsTheNewestWords) {
-  STACK stack;
-  for (int i = 1; i <= 11; ++i) stack.push_bounded("t" + std::to_string(i), 10);
-  EXPECT_EQ(10, stack.count());
-  EXPECT_STREQ("t11", stack.peek(0));
-  EXPECT_STREQ("t2", stack.peek(-9));
-  EXPECT_EQ(nullptr, stack.peek(-10));
-}
-
-TEST(StackTest, ShiftingTheLastEntryEmptiesTheStack) {
-  STACK stack;
-  stack.push("only");
-  const STACK_OBJ* out = stack.shift();
-  ASSERT_NE(nullptr, out);
-  EXPECT_EQ("only", out->str);
-  stack.free_overflow();
-  EXPECT_EQ(0, stack.count());
-  stack.push("next");
-  EXPECT_STREQ("next", stack.peek(0));
-  EXPECT_EQ(nullptr, stack.peek(-1));
-}
-
-TEST(StackTest, TwoShiftsWithoutFreeingFail) {
-  STACK stack;
-  stack.push("a");
-  stack.push("b");
-  stack.shift();
+  for (int i = 4; i <= 12; ++i) stack.push_bounded("t" + std::to_string(i), 10);
+  EXPECT_EQ("10: t12 t11 t10 t9 t8 t7 t6 t5 t4 t3", dump(stack));
+  EXPECT_EQ("t3", stack.shift()->str);
   try {
     stack.shift();
-    FAIL() << "no error";
+    ADD_FAILURE() << "no error";
   } catch (const Error& error) {
     EXPECT_STREQ("free stack overflow!\n", error.what());
   }
+  stack.free_all();
+  stack.push("only");
+  EXPECT_EQ("only", stack.shift()->str);  // the last word out leaves the stack empty
+  stack.free_overflow();
+  stack.push("next");
+  EXPECT_EQ("1: next", dump(stack));
 }
 
-TEST(StackTest, WordLengthLimit) {
-  STACK stack;
-  std::string longest(1023, 'x');
-  EXPECT_EQ(longest, stack.push(longest));
-  try {
-    stack.push(std::string(1024, 'x'));
-    FAIL() << "no error";
-  } catch (const Error& error) {
-    EXPECT_STREQ("STACK_OBJ::str size error\n", error.what());
-  }
-}
-
-TEST(StackTest, PushStoresACopy) {
-  STACK stack;
-  std::string word = "abc";
-  stack.push(word);
-  word[0] = 'z';
-  EXPECT_STREQ("abc", stack.peek(0));
-}
-
-TEST(StackTest, DeferringStackKeepsLongWordsAndRemembersThem) {
+// A deferring stack keeps long words and remembers them until it is cleared; the golden cases
+// show the limit of a stack that does not defer (text-long-word-limit, text-long-word-error).
+TEST(StackTest, DeferringStackRemembersLongWords) {
   STACK stack(true);
-  stack.push("short");
+  stack.push(std::string(STACK_OBJ::kMaxLength, 'x'));
   EXPECT_FALSE(stack.overlong_seen());
-  std::string word(5000, 'y');
+  const std::string word(5000, 'y');
   stack.push(word);
   stack.free_all();
   EXPECT_TRUE(stack.overlong_seen());
@@ -96,5 +60,5 @@ TEST(StackTest, DeferringStackKeepsLongWordsAndRemembersThem) {
   EXPECT_EQ(word, stack.peek(0));
   stack.clear();
   EXPECT_FALSE(stack.overlong_seen());
-  EXPECT_EQ(0, stack.count());
+  EXPECT_EQ("0:", dump(stack));
 }

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "support/printed.h"
+#include "support/output.h"
 #include "support/stack.h"
 
 // Formats, print order, repeated and missing operands are in the golden cases
@@ -36,6 +36,8 @@ TEST(TextRunTest, OperandReadings) {
       for (const std::string& word : words) stack.push(word);
       run.setup(stack.peek(0), stack);
     }
-    EXPECT_EQ(c.printed, printed(run)) << c.printed;
+    Output out;
+    run.print(out);
+    EXPECT_EQ(c.printed, out.text()) << c.printed;
   }
 }
