@@ -57,7 +57,8 @@ case "${1:-build}" in
     sh fuzz/run-fuzzers.sh build-fuzz "${2:-60}" ;;
   bench)
     configure_and_build build-release -DCMAKE_BUILD_TYPE=Release -DORMEL_TESTS=OFF
-    sh bench/run.sh build-release/ormel --expect bench/checksums.txt ;;
+    sh bench/run.sh build-release/ormel --expect bench/checksums.txt
+    build-release/bench/ormel_batch_bench build-release/ormel ;;
   *)
     echo "usage: ./build.sh [build|demo|test|fuzz [seconds]|bench]" >&2
     exit 1 ;;

@@ -4,6 +4,9 @@
 # font), the brand logos from logos.txt, found below home/ and fitted into the old frames.
 # With -keep the template is copied whole and the new logos' PostScript is embedded in
 # place of the stand-in art, so the document prints without the linked files.
+# Then the one-label template (shelf-label.ai) is merged with every product of
+# catalogue.txt (a header row, then one product a row) into one file per product, named by
+# the product, in OUTDIR/labels/.
 # Writes the new document and the -report lines into OUTDIR (default: $TMPDIR or /tmp) and
 # shows both, the document with its carriage returns shown as line ends. With Ghostscript
 # installed it also draws PNG proofs of the template and of the new document there.
@@ -41,3 +44,13 @@ if command -v gs > /dev/null 2>&1; then
 else
   echo "   (no PNG proofs: Ghostscript is not installed)"
 fi
+
+mkdir -p "$outdir/labels"
+set -- -keep -rx=new -refpt=upperleft -home="$here/home/" -each=1 -skip=1 \
+  -out="$outdir/labels/{PR-1-1}.ai" "$here/shelf-label.ai" "PR=$here/catalogue.txt" \
+  "EPS-LOGO=$here/catalogue-logos.txt"
+echo
+printf '$ ormel %s\n' "$*"
+"$ormel" "$@"
+echo "== One file per product, in $outdir/labels/:"
+ls "$outdir/labels"

@@ -3,7 +3,8 @@
 // the template, a text table, a placed-art table, then EPS files, which are written as
 // e0.eps, e1.eps, ... into a scratch home folder. A text table that begins with "*" is given
 // as the one table for every identifier; otherwise the run gets "TX=" the text table and
-// "EPS-PH=" the placed-art table.
+// "EPS-PH=" the placed-art table. Option words "-out=" are dropped: a run must not write files
+// where the input says (without one, "-each=" is a usage error and "-skip=" writes to out).
 #include <unistd.h>
 #include <cstdint>
 #include <cstdio>
@@ -56,7 +57,8 @@ std::vector<std::string> arguments(const std::vector<std::string>& parts, bool k
   while (start <= words.size()) {
     size_t end = words.find(' ', start);
     if (end == std::string::npos) end = words.size();
-    if (end > start && words[start] == '-') args.push_back(words.substr(start, end - start));
+    const std::string word = words.substr(start, end - start);
+    if (!word.empty() && word[0] == '-' && word.compare(0, 5, "-out=") != 0) args.push_back(word);
     start = end + 1;
   }
   args.push_back("-home=" + home + "/");

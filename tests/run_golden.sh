@@ -6,6 +6,10 @@
 # git cannot hold, such as a named pipe). An optional "stdout-to" names where stdout goes
 # instead of being captured (for example /dev/full). An optional "expected.strings" lists
 # the strings that Ghostscript reads in the output (see ps_strings.sh).
+# An optional folder "expected.files" holds the files the run must leave, at the same paths
+# relative to the case: each must be there with exactly those bytes, and every other file
+# (the case's own and those setup.sh made) must be as it was before the run, so a run that
+# writes anything else, or leaves a temporary file, fails.
 set -u
 ormel=$1
 case_dir=$2
@@ -20,6 +24,13 @@ set --
 if [ -f args ]; then
   while IFS= read -r a || [ -n "$a" ]; do set -- "$@" "$a"; done < args
 fi
+
+# Every file of the case but the expectations, with its checksum.
+snapshot() {
+  find . -type f ! -path './expected.files/*' ! -name 'expected.*' ! -name '.actual.*' | LC_ALL=C sort |
+    while IFS= read -r f; do printf '%s %s\n' "$(cksum < "$f")" "$f"; done
+}
+[ -d expected.files ] && snapshot > .actual.before
 
 out=$work/.actual.out
 if [ -f stdout-to ]; then out=$(cat stdout-to); fi
@@ -46,5 +57,17 @@ fi
 if ! cmp -s .actual.err expected.err; then
   echo "stderr differs from expected.err:"; echo "--- actual"; cat .actual.err
   echo "--- expected"; cat expected.err; failed=1
+fi
+if [ -d expected.files ]; then
+  (cd expected.files && find . -type f | LC_ALL=C sort | sed 's|^\./||') > .actual.expected
+  while IFS= read -r f; do
+    if ! cmp -s "expected.files/$f" "$f"; then echo "file $f differs from expected.files/$f"; failed=1; fi
+  done < .actual.expected
+  snapshot | while IFS= read -r line; do
+    f=${line#*./}
+    grep -qxF "$f" .actual.expected || grep -qxF "$line" .actual.before ||
+      echo "file $f is new or changed, and not in expected.files"
+  done > .actual.files
+  if [ -s .actual.files ]; then cat .actual.files; failed=1; fi
 fi
 exit $failed

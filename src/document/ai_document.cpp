@@ -74,6 +74,24 @@ size_t AI_DOCUMENT::source_offset(const char* in_text, bool after_cut) const {
   return at - last.text_at + last.to;
 }
 
+void AI_DOCUMENT::print_lines(int first, int last, Output& out) const {
+  if (!printed) {
+    lines.print_lines(first, last, out);
+    return;
+  }
+  auto found = printed->find(first);
+  if (found == printed->end() || found->second.first != last) {
+    Output converted;
+    lines.print_lines(first, last, converted);
+    found = printed->insert_or_assign(first, std::make_pair(last, converted.text())).first;
+  }
+  out.write_kept(found->second.second);
+}
+
+void AI_DOCUMENT::remember_printed_lines() {
+  printed = std::make_unique<PRINTED>();
+}
+
 void AI_DOCUMENT::analyze_doc() {
   prolog = std::make_unique<AI_PROLOG>();
   prolog->setup(*this);

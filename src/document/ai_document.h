@@ -7,6 +7,8 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "document/sections.h"
@@ -44,6 +46,9 @@ class AI_DOCUMENT {
   void setup_replace_placed_art(const char* id, const TAB_TEXT& table);
   // Adds to the run's report every placeholder that no table argument reached.
   void report_unreplaced() const { script->report_unreplaced(); }
+  // Returns every object that a table changed to its analysed state, so that the next
+  // document of a batch starts from the template as read.
+  void restore_analysed() { script->restore_analysed(); }
 
   // Whether the document was read for "-keep".
   bool keeps_bytes() const { return lines.keeps_line_ends(); }
@@ -52,7 +57,10 @@ class AI_DOCUMENT {
   std::string_view bytes_of_lines(int first, int last) const {
     return lines.bytes_of_lines(first, last);
   }
-  void print_lines(int first, int last, Output& out) const { lines.print_lines(first, last, out); }
+  void print_lines(int first, int last, Output& out) const;
+  // For a batch, which prints the same template many times: from now on each range of lines
+  // is converted (CR LF to CR) once, and written by reference after that.
+  void remember_printed_lines();
   template <typename Test>
   int find_comment_line(int from, int to, std::string_view head, Test test) const {
     return lines.find_comment_line(from, to, head, test);
@@ -90,4 +98,7 @@ class AI_DOCUMENT {
   LINE_INDEX lines;
   std::unique_ptr<AI_PROLOG> prolog;
   std::unique_ptr<AI_SCRIPT> script;
+  // The printed ranges by first line: their last line and their bytes.
+  using PRINTED = std::unordered_map<int, std::pair<int, std::string>>;
+  std::unique_ptr<PRINTED> printed;
 };

@@ -116,3 +116,10 @@ void AI_LAYER::report_unreplaced() const {
   }
   for (const auto& object : placed_arts) object->replace->report_unreplaced();
 }
+
+void AI_LAYER::restore_analysed() {
+  for (auto& object : texts) {
+    if (object->replace) object->replace->restore_analysed();
+  }
+  for (auto& object : placed_arts) object->replace->restore_analysed();
+}

@@ -31,6 +31,7 @@ class AI_LAYER : public LINE_RANGE {
   void setup_replace_text(const TAB_TEXT& table);
   void setup_replace_placed_art(const char* id, const TAB_TEXT& table);
   void report_unreplaced() const;
+  void restore_analysed();
 
   int text_count() const { return static_cast<int>(texts.size()); }
   int placed_art_count() const { return static_cast<int>(placed_arts.size()); }

@@ -145,3 +145,7 @@ void AI_SCRIPT::setup_replace_placed_art(const char* id, const TAB_TEXT& table) 
 void AI_SCRIPT::report_unreplaced() const {
   each_layer([](const AI_LAYER& layer) { layer.report_unreplaced(); });
 }
+
+void AI_SCRIPT::restore_analysed() {
+  for (auto& layer : layers) layer->restore_analysed();
+}

@@ -74,6 +74,7 @@ class AI_SCRIPT : public LINE_RANGE {
   void setup_replace_text(const TAB_TEXT& table);
   void setup_replace_placed_art(const char* id, const TAB_TEXT& table);
   void report_unreplaced() const;
+  void restore_analysed();
 
   int layer_count() const { return static_cast<int>(layers.size()); }
   const AI_LAYER& layer(int index) const { return *layers[static_cast<size_t>(index)]; }

@@ -9,6 +9,11 @@ int option_report = 0;
 int option_keep = 0;
 TABLE_FORM option_table = TABLE_FORM::raw;
 std::string option_encoding;
+int option_each = 0;
+long long option_skip = 0;
+std::string option_out;
+long long option_shard = 0;
+long long option_shards = 0;
 
 void reset_options() {
   option_rx = 0;
@@ -20,4 +25,9 @@ void reset_options() {
   option_keep = 0;
   option_table = TABLE_FORM::raw;
   option_encoding.clear();
+  option_each = 0;
+  option_skip = 0;
+  option_out.clear();
+  option_shard = 0;
+  option_shards = 0;
 }

@@ -18,8 +18,16 @@ enum class TABLE_FORM { raw, tsv, csv };
 extern TABLE_FORM option_table;
 extern std::string option_encoding;  // the document's text encoding; empty: as the template says
 
+// Batches: one document per block of table rows, written to files named from a pattern.
+extern int option_each;          // rows per document; 0: one document from whole tables
+extern long long option_skip;    // header rows of every table, never merged
+extern std::string option_out;   // where documents go; empty: standard output
+extern long long option_shard;   // this process makes documents k with (k - 1) mod
+extern long long option_shards;  //   option_shards = option_shard - 1; 0: all of them
+
 constexpr size_t kFitCapacity = 15;
 constexpr size_t kRefptCapacity = 15;
 constexpr size_t kHomeDirCapacity = 255;
+constexpr int kMaxEach = 1024;
 
 void reset_options();

@@ -5,6 +5,8 @@
 #include "document/ai_document.h"
 #include "document/kept_printer.h"
 #include "document/not_copied.h"
+#include "driver/batch.h"
+#include "driver/batch_options.h"
 #include "driver/options.h"
 #include "driver/table_loader.h"
 #include "support/output.h"
@@ -18,12 +20,6 @@ constexpr int kDone = 0;
 constexpr int kUsageError = 1;
 // Neither 0 nor 1: the options ask the run to go on.
 constexpr int kGoOn = -1;
-
-int usage(std::string& diagnostics) {
-  diagnostics += kUsage;
-  diagnostics += '\n';
-  return kUsageError;
-}
 
 bool starts_with(const std::string& text, const char* prefix) {
   return text.compare(0, std::strlen(prefix), prefix) == 0;
@@ -71,6 +67,8 @@ int apply_option(const std::string& arg, Output& out, std::string& diagnostics) 
     option_report = 1;
   } else if (starts_with(arg, "-keep")) {
     option_keep = 1;
+  } else if (is_batch_option(arg)) {
+    if (!set_batch_option(arg, diagnostics)) return usage(diagnostics);
   } else if (starts_with(arg, "-v")) {
     out.printf("%s\n", kVersion);
     return kDone;
@@ -82,21 +80,42 @@ int apply_option(const std::string& arg, Output& out, std::string& diagnostics) 
 // placed art of ID at new EPS files. Returns false when the argument holds no "=".
 bool apply_table_argument(const std::string& arg, AI_DOCUMENT& doc, TABLE_LOADER& tables,
                           TAB_TEXT& table) {
-  size_t equals = arg.find('=');
-  if (equals == std::string::npos) return false;
-  std::string file = arg.substr(equals + 1);
-  size_t dash = arg.find('-');
-  tables.load(file, doc, table);
+  const std::optional<TABLE_ARGUMENT> cut = cut_table_argument(arg);
+  if (!cut) return false;
+  tables.load(cut->file, doc, table);
   add_to_expansion_pool(table.byte_count());
-  if (dash < equals) {
-    doc.setup_replace_placed_art(arg.substr(dash + 1, equals - dash - 1).c_str(), table);
+  if (cut->placed) {
+    doc.setup_replace_placed_art(cut->id.c_str(), table);
   } else {
-    doc.setup_replace_text(arg.substr(0, equals).c_str(), table);
+    doc.setup_replace_text(cut->id.c_str(), table);
   }
   return true;
 }
 
 }  // namespace
+
+int usage(std::string& diagnostics) {
+  diagnostics += kUsage;
+  diagnostics += '\n';
+  return kUsageError;
+}
+
+AI_DOCUMENT read_template(const std::string& path) {
+  FileBytes bytes = AI_DOCUMENT::read_file(path.c_str());
+  reset_expansion_pool(bytes.view().size());
+  return option_keep == 1 ? AI_DOCUMENT(std::move(bytes), AI_DOCUMENT::KEEP_BYTES())
+                          : AI_DOCUMENT(std::move(bytes));
+}
+
+void print_document(const AI_DOCUMENT& doc, Output& out) {
+  if (option_keep == 1) {
+    // The template's own last "%%EOF" line is copied: no closing line is added.
+    print_kept(doc, out);
+  } else {
+    doc.print_new(out);
+    out.printf("%s%s", "%%EOF", "\r");
+  }
+}
 
 int run(const std::vector<std::string>& args, Output& out, std::string& diagnostics) {
   reset_options();
@@ -106,13 +125,11 @@ int run(const std::vector<std::string>& args, Output& out, std::string& diagnost
     if (status != kGoOn) return status;
   }
   if (args.size() <= 2 || next == args.size()) return usage(diagnostics);
+  if (batch_requested()) return run_batch(args, next, out, diagnostics);
   run_report().start(option_report == 1);
   TABLE_LOADER tables;
 
-  FileBytes bytes = AI_DOCUMENT::read_file(args[next].c_str());
-  reset_expansion_pool(bytes.view().size());
-  AI_DOCUMENT doc = option_keep == 1 ? AI_DOCUMENT(std::move(bytes), AI_DOCUMENT::KEEP_BYTES())
-                                     : AI_DOCUMENT(std::move(bytes));
+  AI_DOCUMENT doc = read_template(args[next]);
   doc.analyze_doc();
   if (++next == args.size()) return usage(diagnostics);
 
@@ -126,13 +143,7 @@ int run(const std::vector<std::string>& args, Output& out, std::string& diagnost
       if (!apply_table_argument(args[next], doc, tables, table)) return usage(diagnostics);
     }
   }
-  if (option_keep == 1) {
-    // The template's own last "%%EOF" line is copied: no closing line is added.
-    print_kept(doc, out);
-  } else {
-    doc.print_new(out);
-    out.printf("%s%s", "%%EOF", "\r");
-  }
+  print_document(doc, out);
   // The output refers to the template's bytes until it is flushed.
   out.flush();
   if (run_report().enabled()) {

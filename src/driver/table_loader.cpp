@@ -9,6 +9,17 @@
 #include "table/string_hazards.h"
 #include "table/tab_text.h"
 
+std::optional<TABLE_ARGUMENT> cut_table_argument(const std::string& arg) {
+  const size_t equals = arg.find('=');
+  if (equals == std::string::npos) return std::nullopt;
+  TABLE_ARGUMENT cut;
+  cut.file = arg.substr(equals + 1);
+  const size_t dash = arg.find('-');
+  cut.placed = dash < equals;
+  cut.id = cut.placed ? arg.substr(dash + 1, equals - dash - 1) : arg.substr(0, equals);
+  return cut;
+}
+
 TABLE_LOADER::TABLE_LOADER() {
   if (!option_encoding.empty()) charset = std::make_unique<CHARSET>(option_encoding);
 }
@@ -16,8 +27,17 @@ TABLE_LOADER::TABLE_LOADER() {
 TABLE_LOADER::~TABLE_LOADER() = default;
 
 void TABLE_LOADER::load(const std::string& file, const AI_DOCUMENT& doc, TAB_TEXT& table) {
+  load(file, doc, table, TAB_TEXT::kMaxRecords);
+}
+
+std::string TABLE_LOADER::encoding() const {
+  return charset ? charset->name() : std::string();
+}
+
+void TABLE_LOADER::load(const std::string& file, const AI_DOCUMENT& doc, TAB_TEXT& table,
+                        size_t max_records) {
   if (option_table == TABLE_FORM::raw) {
-    table.init(file.c_str());
+    table.init(file.c_str(), max_records);
     if (run_report().enabled()) report_string_hazards(file, table);
     return;
   }

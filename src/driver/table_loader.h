@@ -3,12 +3,25 @@
 // the document's text, which "-encoding=" names or the template tells.
 #pragma once
 
+#include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 
 class AI_DOCUMENT;
 class CHARSET;
 class TAB_TEXT;
+
+// A table argument cut at its first "=": "ID=file" gives the text placeholders of ID their
+// cells; with a "-" before the "=", "PREFIX-ID=file" points placed art of ID at new EPS
+// files (the prefix is not looked at).
+struct TABLE_ARGUMENT {
+  std::string id;
+  std::string file;
+  bool placed = false;
+};
+// Nothing when the argument holds no "=".
+std::optional<TABLE_ARGUMENT> cut_table_argument(const std::string& arg);
 
 class TABLE_LOADER {
  public:
@@ -20,8 +33,12 @@ class TABLE_LOADER {
   TABLE_LOADER& operator=(const TABLE_LOADER&) = delete;
 
   // Reads file, named as the command line gives it, into table; in raw form with "-report",
-  // reports the cells that would break their strings.
+  // reports the cells that would break their strings, and more than max_records rows fail
+  // the run.
+  void load(const std::string& file, const AI_DOCUMENT& doc, TAB_TEXT& table, size_t max_records);
   void load(const std::string& file, const AI_DOCUMENT& doc, TAB_TEXT& table);
+  // The encoding that spreadsheet tables were converted into; empty before the first.
+  std::string encoding() const;
 
  private:
   std::unique_ptr<CHARSET> charset;

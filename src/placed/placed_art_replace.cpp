@@ -152,6 +152,9 @@ void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table) 
   const std::string name = base_name_of(bquote.file_string);
   const std::optional<std::string> placeholder = find_name_placeholder(id, name);
   if (!placeholder) return;
+  if (option_each > 0) {
+    analysed.keep([this] { return SUBSTITUTED(bquote, no_data, new_file, reached); });
+  }
   reached = true;
   int row = 0;
   int col = 0;
@@ -169,6 +172,11 @@ void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table) 
   const std::optional<EPS_BBOX> art = new_art_box(new_file);
   report.add("placed art", *placeholder, row, col,
              "replaced, " + (art ? fit(*art) : std::string("file not found")));
+}
+
+void AI_PLACED_ART_REPLACE::restore_analysed() {
+  analysed.restore(
+      [this](const SUBSTITUTED& state) { std::tie(bquote, no_data, new_file, reached) = state; });
 }
 
 void AI_PLACED_ART_REPLACE::report_unreplaced() const {

@@ -6,9 +6,11 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <tuple>
 
 #include "placed/kept_placed_art.h"
 #include "placed/op_bquote.h"
+#include "support/analysed_state.h"
 
 class AI_DOCUMENT;
 class EMBEDDED_FILES;
@@ -40,6 +42,8 @@ class AI_PLACED_ART_REPLACE {
   void print(Output& out) const;
   // Reports the placeholder of the file name when no table argument reached it.
   void report_unreplaced() const;
+  // Returns to the placement as analysed, for the next document of a batch ("-each=").
+  void restore_analysed();
 
   static double getMinimum(double v1, double v2, double v3, double v4);
   static double getMaximum(double v1, double v2, double v3, double v4);
@@ -58,4 +62,7 @@ class AI_PLACED_ART_REPLACE {
   // Whether a table argument's identifier matched the file name.
   bool reached = false;
   std::unique_ptr<KEPT_PLACEMENT> kept;
+  // What a cell changes: the placement, no_data, new_file and reached.
+  using SUBSTITUTED = std::tuple<OP_BQUOTE, int, std::optional<std::string>, bool>;
+  ANALYSED_STATE<SUBSTITUTED> analysed;
 };

@@ -71,3 +71,34 @@ bool CHARSET::convert_all(const char* in, size_t in_size, size_t* converted, std
     if (error != E2BIG) return false;
   }
 }
+
+UTF8_FROM::UTF8_FROM(const std::string& name) {
+  // The name has passed CHARSET's checks when the tables were read.
+  cd = iconv_open("UTF-8", name.c_str());
+  if (cd == kNoConversion) fail("unknown encoding \"%s\"\n", name.c_str());
+}
+
+UTF8_FROM::~UTF8_FROM() {
+  iconv_close(cd);
+}
+
+std::string UTF8_FROM::convert(std::string_view text) {
+  std::string out;
+  iconv(cd, nullptr, nullptr, nullptr, nullptr);
+  char* in_next = const_cast<char*>(text.data());
+  size_t in_left = text.size();
+  while (in_left > 0) {
+    const size_t used = out.size();
+    out.resize(used + in_left * 4 + 16);
+    char* out_next = &out[used];
+    size_t out_left = out.size() - used;
+    const size_t result = iconv(cd, &in_next, &in_left, &out_next, &out_left);
+    const int error = errno;
+    out.resize(out.size() - out_left);
+    if (result != kFailed || error == E2BIG) continue;
+    out += '_';
+    ++in_next;
+    --in_left;
+  }
+  return out;
+}

@@ -32,3 +32,20 @@ class CHARSET {
   // Set when every ASCII character converts to itself: ASCII text then needs no call.
   bool ascii_as_is = false;
 };
+
+// The other way, from the encoding back into UTF-8: a file name made from a converted cell
+// is written as the cell was in the spreadsheet. A byte that spells no character becomes
+// "_".
+class UTF8_FROM {
+ public:
+  // name as CHARSET takes it; its failures too.
+  explicit UTF8_FROM(const std::string& name);
+  ~UTF8_FROM();
+  UTF8_FROM(const UTF8_FROM&) = delete;
+  UTF8_FROM& operator=(const UTF8_FROM&) = delete;
+
+  std::string convert(std::string_view text);
+
+ private:
+  iconv_t cd;
+};

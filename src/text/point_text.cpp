@@ -124,6 +124,7 @@ bool AI_POINT_TEXT::may_hold_placeholder(const char* id) const {
 void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab) {
   if (notes) notes->fonts_set.clear();
   if (!may_hold_placeholder(id)) return;
+  if (option_each > 0) analysed.keep([this] { return TxTX; });
   std::optional<std::string> text = TxTXstring("\t");
   const char* pattern = placeholder_pattern(id, option_rx == 1);
   if (option_rx == 1) font_replace(pattern);
@@ -180,6 +181,13 @@ void AI_POINT_TEXT::report(const std::string& match, long long row, long long co
   std::string what = outcome;
   if (font != notes_here.fonts_set.end()) what += ", font set to " + font->second;
   run_report().add("text", placeholder, row, col, what);
+}
+
+void AI_POINT_TEXT::restore_analysed() {
+  analysed.restore([this](const std::vector<AI_TxTX>& runs) {
+    TxTX = runs;
+    notes.reset();
+  });
 }
 
 AI_POINT_TEXT::REPORT_NOTES& AI_POINT_TEXT::report_notes() {

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "support/analysed_state.h"
 #include "textattr/point_attributes.h"
 #include "textattr/text_run.h"
 
@@ -40,6 +41,8 @@ class AI_POINT_TEXT {
   void setup_tabtxt(const TAB_TEXT& tab) { setup_tabtxt(nullptr, tab); }
   // Reports the placeholders that no table argument has reached.
   void report_unreplaced() const;
+  // Returns to the runs as analysed, for the next document of a batch ("-each=").
+  void restore_analysed();
 
   // For a text read by "-keep": the runs' strings hold decoded bytes (as run_text writes
   // them), so cells and numeral codes go into them decoded too.
@@ -73,4 +76,5 @@ class AI_POINT_TEXT {
   };
   REPORT_NOTES& report_notes();
   std::unique_ptr<REPORT_NOTES> notes;
+  ANALYSED_STATE<std::vector<AI_TxTX>> analysed;
 };

@@ -29,6 +29,7 @@ class AI_TEXT_REPLACE {
   void setup_tabtxt(const TAB_TEXT& table) { point_text.setup_tabtxt(table); }
   void print_new(Output& out) const { point_text.print(out); }
   void report_unreplaced() const { point_text.report_unreplaced(); }
+  void restore_analysed() { point_text.restore_analysed(); }
 
  private:
   AI_POINT_TEXT point_text;

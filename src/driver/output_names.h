@@ -1,0 +1,45 @@
+// The file names of a batch's documents, made from the pattern of "-out=": a run of "#" is
+// the document number, zero-padded to the run's width (a wider number is written whole);
+// "{ID-row-column}" is that cell of the document's block in the table of identifier ID,
+// made safe as a part of a file name (see safe_name_part); any other text stands as written.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+class NAME_PATTERN {
+ public:
+  // The text of a cell as a file name wants it (escapes decoded, in UTF-8 where the table
+  // was converted), or nothing when the block has no such cell: table is the index of the
+  // table argument, row and col count from 1.
+  using CELL_TEXT =
+      std::function<std::optional<std::string>(size_t table, long long row, long long col)>;
+
+  // ids are the table arguments' identifiers in command-line order; the first with a cell's
+  // identifier gives it, and in a generic run (one table for every identifier) the one table
+  // gives every cell. A brace without its end or one that names no cell ("{PR-0-1}",
+  // "{PR}"), or an identifier no argument has, returns false with the reason in problem.
+  bool parse(const std::string& pattern, const std::vector<std::string>& ids, bool generic,
+             std::string* problem);
+  // The name of document number. An empty or missing cell, or a name one of whose parts is
+  // longer than a file name may be, fails the run naming the document.
+  std::string name(long long number, const CELL_TEXT& cell_text) const;
+
+ private:
+  struct PART {
+    enum class KIND { text, number, cell } kind;
+    std::string text;  // the text, or the cell's placeholder as written
+    size_t width = 0;  // of a number
+    size_t table = 0;  // of a cell
+    long long row = 0;
+    long long col = 0;
+  };
+  std::vector<PART> parts;
+};
+
+// Text made safe to stand in a file name: "/" and control characters (below 0x20, and 0x7F)
+// become "_", and so does a "." that would begin the name's part (at_part_start), so that
+// no cell makes a hidden file, "." or "..". Other bytes (UTF-8 among them) stay.
+std::string safe_name_part(const std::string& text, bool at_part_start);

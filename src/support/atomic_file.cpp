@@ -1,0 +1,103 @@
+#include "support/atomic_file.h"
+
+#include <fcntl.h>
+#include <limits.h>
+#include <signal.h>
+#include <unistd.h>
+#include <cerrno>
+#include <cstring>
+
+#include "driver/diagnostics.h"
+
+namespace {
+
+// The temporary file being written, for the signal handler: a process ended by Ctrl-C or
+// kill leaves no part of a file behind.
+char pending[PATH_MAX];
+
+void on_ending_signal(int number) {
+  if (pending[0] != '\0') ::unlink(pending);
+  ::signal(number, SIG_DFL);
+  ::raise(number);
+}
+
+void watch_ending_signals() {
+  static bool installed = false;
+  if (installed) return;
+  installed = true;
+  for (int number : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) {
+    struct sigaction action = {};
+    if (::sigaction(number, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
+    action.sa_handler = on_ending_signal;
+    sigemptyset(&action.sa_mask);
+    action.sa_flags = 0;
+    ::sigaction(number, &action, nullptr);
+  }
+}
+
+// Signals are held while the name in pending changes, so the handler never sees half of it.
+class SIGNALS_HELD {
+ public:
+  SIGNALS_HELD() {
+    sigset_t all;
+    sigfillset(&all);
+    ::sigprocmask(SIG_BLOCK, &all, &before);
+  }
+  ~SIGNALS_HELD() { ::sigprocmask(SIG_SETMASK, &before, nullptr); }
+
+ private:
+  sigset_t before;
+};
+
+void set_pending(const std::string& path) {
+  SIGNALS_HELD held;
+  const size_t length = path.size() < sizeof pending ? path.size() : sizeof pending - 1;
+  std::memcpy(pending, path.data(), length);
+  pending[length] = '\0';
+}
+
+}  // namespace
+
+std::string folder_of(const std::string& path) {
+  const size_t slash = path.rfind('/');
+  if (slash == std::string::npos) return ".";
+  return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+// The temporary name is short and hidden, whatever the target's length; a name another
+// process holds is passed over.
+ATOMIC_FILE::ATOMIC_FILE(std::string target_path) : target(std::move(target_path)) {
+  watch_ending_signals();
+  const std::string folder = folder_of(target);
+  const std::string stem = (folder == "/" ? "" : folder) + "/.ormel-" + std::to_string(::getpid());
+  for (unsigned attempt = 0;; ++attempt) {
+    temporary = stem + "-" + std::to_string(attempt) + ".tmp";
+    set_pending(temporary);
+    fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (fd >= 0) return;
+    const int error = errno;
+    set_pending("");
+    if (error != EEXIST || attempt == 1000) {
+      fail("cannot create a file in %s: %s\n", folder.c_str(), std::strerror(error));
+    }
+  }
+}
+
+ATOMIC_FILE::~ATOMIC_FILE() {
+  if (fd >= 0) ::close(fd);
+  if (!temporary.empty()) {
+    ::unlink(temporary.c_str());
+    set_pending("");
+  }
+}
+
+void ATOMIC_FILE::commit() {
+  const int closing = fd;
+  fd = -1;
+  if (::close(closing) != 0 && errno != EINTR) fail("output write error\n");
+  if (::rename(temporary.c_str(), target.c_str()) != 0) {
+    fail("cannot rename the new file to %s: %s\n", target.c_str(), std::strerror(errno));
+  }
+  temporary.clear();
+  set_pending("");
+}

@@ -1,0 +1,31 @@
+// A file replaced whole or not at all: written under a temporary name in the target's
+// folder, then renamed over the target once complete and closed. Readers of the target see
+// the old file or the whole new one; a failure, or a signal that ends the process, removes
+// the temporary file and leaves the target as it was.
+#pragma once
+
+#include <string>
+
+class ATOMIC_FILE {
+ public:
+  // Creates the temporary file, with the permissions the umask gives a new file
+  // ("cannot create a file in FOLDER: REASON" on failure).
+  explicit ATOMIC_FILE(std::string target);
+  // Removes the temporary file unless commit() has renamed it.
+  ~ATOMIC_FILE();
+  ATOMIC_FILE(const ATOMIC_FILE&) = delete;
+  ATOMIC_FILE& operator=(const ATOMIC_FILE&) = delete;
+
+  int descriptor() const { return fd; }
+  // Closes the file ("output write error" when the system reports a lost write) and renames
+  // it over the target ("cannot rename the new file to TARGET: REASON").
+  void commit();
+
+ private:
+  std::string target;
+  std::string temporary;
+  int fd = -1;
+};
+
+// The folder a path's file lies in: "." for a bare name, "/" for a file at the root.
+std::string folder_of(const std::string& path);

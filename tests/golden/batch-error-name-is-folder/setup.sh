@@ -1,0 +1,1 @@
+mkdir label-2.ai
