@@ -28,36 +28,12 @@ std::string ours(double value) {
 }  // namespace
 
 TEST(OutputTest, RealsMatchTheCLibrary) {
-  const double values[] = {0.0,
-                           -0.0,
-                           1.0,
-                           -1.0,
-                           0.5,
-                           14.4,
-                           10.5,
-                           -2.0,
-                           0.1234567,
-                           0.0000005,
-                           0.0000015,
-                           -1e-10,
-                           1e-7,
-                           123456.7890125,
-                           595.276,
-                           841.89,
-                           999999999.0,
-                           -1e9,
-                           1e9 + 0.5,
-                           1e11,
-                           1e12,
-                           1e15,
-                           1e300,
-                           -1e300,
-                           2.5e-7,
-                           999999.9999995,
-                           0.3,
-                           std::numeric_limits<double>::infinity(),
-                           -std::numeric_limits<double>::infinity(),
-                           std::numeric_limits<double>::quiet_NaN()};
+  const double inf = std::numeric_limits<double>::infinity();
+  const double values[] = {
+      0.0,         -0.0,      1.0,       -1.0,   0.5,    14.4,        10.5,           -2.0,
+      0.1234567,   0.0000005, 0.0000015, -1e-10, 1e-7,   595.276,     123456.7890125, 841.89,
+      1e11,        1e12,      1e15,      1e300,  -1e300, 2.5e-7,      999999.9999995, 0.3,
+      999999999.0, -1e9,      1e9 + 0.5, inf,    -inf,   std::nan("")};
   for (double value : values) EXPECT_EQ(c_library(value), ours(value)) << value;
   std::mt19937_64 random(7);
   std::uniform_real_distribution<double> wide(-1e7, 1e7);
@@ -81,15 +57,6 @@ TEST(OutputTest, FormatsTheConversionsItUses) {
   long_out.printf("%s|%f|%s", long_text.c_str(), -1.5, long_text.c_str());
   long_out.printf("%s|%5.1f", long_text.c_str(), 2.25);
   EXPECT_EQ(long_text + "|-1.500000|" + long_text + long_text + "|  2.2", long_out.text());
-}
-
-TEST(OutputTest, WriteFailureIsAnError) {
-  FILE* full = std::fopen("/dev/full", "w");
-  if (!full) GTEST_SKIP() << "no /dev/full";
-  Output out(fileno(full));
-  out.write("x");
-  EXPECT_THROW(out.flush(), std::exception);
-  std::fclose(full);
 }
 
 // Kept bytes go out by reference, copied ones from the buffer: in the order they were given,

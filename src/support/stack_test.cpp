@@ -6,86 +6,56 @@
 
 #include "driver/diagnostics.h"
 
-TEST(StackTest, NewStackIsEmpty) {
-  STACK stack;
-  EXPECT_EQ(0, stack.count());
-  EXPECT_FALSE(stack.peek(0));
-  EXPECT_EQ(nullptr, stack.shift());
-  EXPECT_EQ("", stack.operand(1));
-  stack.free_all();
-  EXPECT_EQ(0, stack.count());
+namespace {
+
+// "count: newest ... oldest", as peek walks the stack down.
+std::string dump(const STACK& stack) {
+  std::string out = std::to_string(stack.count()) + ":";
+  for (int i = 0; stack.peek(-i); ++i) out += " " + std::string(*stack.peek(-i));
+  return out;
 }
 
-TEST(StackTest, PeekCountsBackFromTheTop) {
+}  // namespace
+
+TEST(StackTest, WordsNewestFirst) {
   STACK stack;
+  EXPECT_EQ("0:", dump(stack));
+  EXPECT_EQ(nullptr, stack.shift());
   stack.push("t1");
   stack.push("t2");
   stack.push("t3");
-  EXPECT_EQ("t3", stack.peek(0));
-  EXPECT_EQ("t2", stack.peek(-1));
-  EXPECT_EQ("t1", stack.peek(-2));
-  EXPECT_FALSE(stack.peek(-3));
+  EXPECT_EQ("3: t3 t2 t1", dump(stack));
   EXPECT_FALSE(stack.peek(1));
   EXPECT_EQ("t1", stack.operand(2));
   EXPECT_EQ("", stack.operand(3));
-}
-
-TEST(StackTest, BoundKeepsTheNewestWords) {
-  STACK stack;
+  // The stack holds views: the words must stay where they are.
   std::vector<std::string> words;
-  for (int i = 1; i <= 11; ++i) words.push_back("t" + std::to_string(i));
+  for (int i = 4; i <= 12; ++i) words.push_back("t" + std::to_string(i));
   for (const std::string& word : words) stack.push_bounded(word, 10);
-  EXPECT_EQ(10, stack.count());
-  EXPECT_EQ("t11", stack.peek(0));
-  EXPECT_EQ("t2", stack.peek(-9));
-  EXPECT_FALSE(stack.peek(-10));
-}
-
-TEST(StackTest, ShiftingTheLastEntryEmptiesTheStack) {
-  STACK stack;
-  stack.push("only");
-  const STACK_OBJ* out = stack.shift();
-  ASSERT_NE(nullptr, out);
-  EXPECT_EQ("only", out->str);
-  stack.free_overflow();
-  EXPECT_EQ(0, stack.count());
-  stack.push("next");
-  EXPECT_EQ("next", stack.peek(0));
-  EXPECT_FALSE(stack.peek(-1));
-}
-
-TEST(StackTest, TwoShiftsWithoutFreeingFail) {
-  STACK stack;
-  stack.push("a");
-  stack.push("b");
-  stack.shift();
+  EXPECT_EQ("10: t12 t11 t10 t9 t8 t7 t6 t5 t4 t3", dump(stack));
+  EXPECT_EQ("t3", stack.shift()->str);
   try {
     stack.shift();
-    FAIL() << "no error";
+    ADD_FAILURE() << "no error";
   } catch (const Error& error) {
     EXPECT_STREQ("free stack overflow!\n", error.what());
   }
+  stack.free_all();
+  stack.push("only");
+  EXPECT_EQ("only", stack.shift()->str);  // the last word out leaves the stack empty
+  stack.free_overflow();
+  stack.push("next");
+  EXPECT_EQ("1: next", dump(stack));
 }
 
-TEST(StackTest, WordLengthLimit) {
-  STACK stack;
-  const std::string longest(1023, 'x');
-  stack.push(longest);
-  EXPECT_EQ(longest, stack.peek(0));
-  const std::string too_long(1024, 'x');
-  try {
-    stack.push(too_long);
-    FAIL() << "no error";
-  } catch (const Error& error) {
-    EXPECT_STREQ("STACK_OBJ::str size error\n", error.what());
-  }
-}
-
-TEST(StackTest, DeferringStackKeepsLongWordsAndRemembersThem) {
+// A deferring stack keeps long words and remembers them until it is cleared; the golden cases
+// show the limit of a stack that does not defer (text-long-word-limit, text-long-word-error).
+TEST(StackTest, DeferringStackRemembersLongWords) {
   STACK stack(true);
-  stack.push("short");
+  const std::string longest(STACK_OBJ::kMaxLength, 'x');
+  stack.push(longest);
   EXPECT_FALSE(stack.overlong_seen());
-  std::string word(5000, 'y');
+  const std::string word(5000, 'y');
   stack.push(word);
   stack.free_all();
   EXPECT_TRUE(stack.overlong_seen());
@@ -93,5 +63,5 @@ TEST(StackTest, DeferringStackKeepsLongWordsAndRemembersThem) {
   EXPECT_EQ(word, stack.peek(0));
   stack.clear();
   EXPECT_FALSE(stack.overlong_seen());
-  EXPECT_EQ(0, stack.count());
+  EXPECT_EQ("0:", dump(stack));
 }

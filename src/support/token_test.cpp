@@ -2,71 +2,47 @@
 
 #include <gtest/gtest.h>
 #include <string>
-#include <vector>
 
-static std::string words(std::string_view line, const char* delim = " ") {
+namespace {
+
+// Each word in brackets, as next gives them.
+std::string words(std::string_view line) {
   TOKEN token;
-  token.init(line, delim);
+  token.init(line, " ");
   std::string joined;
-  int guard = 0;
   std::string_view word;
-  while (token.next(&word)) {
-    if (!joined.empty() || guard > 0) joined += "|";
-    joined += word;
-    if (++guard > 100) break;
+  for (int guard = 0; guard < 100 && token.next(&word); ++guard) {
+    joined += "[" + std::string(word) + "]";
   }
   return joined;
 }
 
-TEST(TokenTest, SplitsTheDocumentedLines) {
-  EXPECT_EQ("0|To", words("0 To"));
-  EXPECT_EQ("a||b", words("a  b"));
-  EXPECT_EQ("a|", words("a "));
-  EXPECT_EQ("", words(""));
-  EXPECT_EQ("(Hello World)|Tx", words("(Hello World) Tx"));
-  EXPECT_EQ("(abc)|Tx", words("(abc)Tx"));
-  EXPECT_EQ("(a(b)|c)|Tx", words("(a(b)c) Tx"));
-  EXPECT_EQ("(abc", words("(abc"));
-  EXPECT_EQ("x(a|b)", words("x(a b)"));
-}
+}  // namespace
 
-TEST(TokenTest, EmptyLineGivesOneEmptyWordThenNothing) {
-  TOKEN token;
-  token.init("", " ");
-  std::string_view word = "x";
-  ASSERT_TRUE(token.next(&word));
-  EXPECT_EQ("", word);
-  EXPECT_FALSE(token.next(&word));
-  EXPECT_FALSE(token.next(&word));
-}
-
-TEST(TokenTest, BackslashesInsideStrings) {
-  EXPECT_EQ("(a\\) b)|Tx", words("(a\\) b) Tx"));  // escaped ) stays inside
-  EXPECT_EQ("(a\\\\)|b)", words("(a\\\\) b)"));    // doubled backslash does not escape
-  EXPECT_EQ("(a\\051)|Tx", words("(a\\051) Tx"));  // octal escape before )
-  EXPECT_EQ("(ab\\", words("(ab\\"));              // line ends inside an escape
-  EXPECT_EQ("(ab\\12", words("(ab\\12"));
-  EXPECT_EQ("(\\\\\\))|x", words("(\\\\\\)) x"));  // escape right after an escape
-}
-
-TEST(TokenTest, LongWordsComeBackWhole) {
-  std::string hex(5000, 'A');
-  EXPECT_EQ(hex + "|x", words(hex + " x"));
-  std::string str = "(" + std::string(3000, 'b') + ")";
-  EXPECT_EQ(str + "|Tx", words(str + " Tx"));
-}
-
-TEST(TokenTest, MultiCharacterDelimiterSeparatesOnlyWhole) {
-  EXPECT_EQ("a b|c", words("a b::c", "::"));
-  EXPECT_EQ("a:b", words("a:b", "::"));
-}
-
-// A line is a view into the template: the walk never reads past its end.
-TEST(TokenTest, StopsAtTheEndOfTheView) {
-  const std::string text = "a b) c::d\r(more";
-  EXPECT_EQ("a|b", words(std::string_view(text).substr(0, 3)));
-  EXPECT_EQ("(ab", words(std::string_view("(ab) x").substr(0, 3)));  // unclosed within the view
-  EXPECT_EQ("(a\\", words(std::string_view("(a\\)").substr(0, 3)));  // escape cut by the end
-  EXPECT_EQ("(a)|", words(std::string_view("(a) x").substr(0, 4)));
-  EXPECT_EQ("c:", words(std::string_view(text).substr(5, 2), "::"));
+TEST(TokenTest, WordsAndStrings) {
+  // A line is a view into the template: the walk never reads past its end.
+  const std::string_view cut = "(ab) x(a\\)";
+  const std::pair<std::string_view, const char*> cases[] = {
+      {"0 To", "[0][To]"},
+      {"a  b", "[a][][b]"},
+      {"a ", "[a][]"},
+      {"", "[]"},  // one empty word, then nothing
+      {"(Hello World)Tx", "[(Hello World)][Tx]"},
+      {"(a(b)c) Tx", "[(a(b)][c)][Tx]"},  // strings do not nest
+      {"x(a b)", "[x(a][b)]"},            // only a word that begins with "(" is a string
+      {"(abc", "[(abc]"},
+      {"(a\\) b) Tx", "[(a\\) b)][Tx]"},  // an escaped ")" stays inside
+      {"(a\\\\) b)", "[(a\\\\)][b)]"},    // a doubled backslash does not escape
+      {"(a\\051) Tx", "[(a\\051)][Tx]"},
+      {"(\\\\\\)) x", "[(\\\\\\))][x]"},  // an escape right after an escape
+      {"(ab\\", "[(ab\\]"},               // the line ends inside an escape
+      {cut.substr(0, 3), "[(ab]"},        // unclosed within the view
+      {cut.substr(0, 5), "[(ab)][]"},
+      {cut.substr(6, 3), "[(a\\]"},  // an escape cut by the view's end
+  };
+  for (const auto& [line, expected] : cases) EXPECT_EQ(expected, words(line)) << line;
+  const std::string hex(5000, 'A');
+  const std::string str = "(" + std::string(3000, 'b') + ")";
+  EXPECT_EQ("[" + hex + "][x]", words(hex + " x"));  // long words come back whole
+  EXPECT_EQ("[" + str + "][Tx]", words(str + " Tx"));
 }

@@ -36,21 +36,21 @@ Verdicts judge(const std::string& bytes, bool keep = false) {
 
 }  // namespace
 
-// A placeholder split over runs at every place is still found.
+// A placeholder split over runs at every place is still found: in strings, where each dash
+// may end its string right before the operator, and in words, the operator on the operand's
+// line or on the next.
 TEST(TextReplaceTest, SplitPlaceholdersAreNeverPassedOver) {
   const std::string placeholder = "AB-12-34";
+  const std::pair<const char*, const char*> forms[] = {{"(", ")Tx"}, {"x", "y Tx"}, {"x", "y\rTx"}};
   for (size_t a = 0; a <= placeholder.size(); ++a) {
     for (size_t b = a; b <= placeholder.size(); ++b) {
       const std::string runs[3] = {placeholder.substr(0, a), placeholder.substr(a, b - a),
                                    placeholder.substr(b)};
-      Verdicts in_strings =
-          judge(one_text({"(" + runs[0] + ") Tx", "(" + runs[1] + ")Tx", "(" + runs[2] + ") TX"}));
-      EXPECT_TRUE(in_strings.holds) << a << "," << b;
-      EXPECT_TRUE(in_strings.may_hold) << a << "," << b;
-      Verdicts in_words =
-          judge(one_text({"x" + runs[0] + "y Tx", "x" + runs[1] + "y Tx", "x" + runs[2] + "y Tx"}));
-      EXPECT_TRUE(in_words.holds) << a << "," << b;
-      EXPECT_TRUE(in_words.may_hold) << a << "," << b;
+      for (const auto& [open, close] : forms) {
+        const Verdicts verdicts = judge(
+            one_text({open + runs[0] + close, open + runs[1] + close, open + runs[2] + close}));
+        EXPECT_TRUE(verdicts.holds && verdicts.may_hold) << a << "," << b << " " << open;
+      }
     }
   }
 }
@@ -65,6 +65,7 @@ TEST(TextReplaceTest, ThePreCheckNeverRejectsAReplaceableText) {
   int spared = 0;
   for (int round = 0; round < 10000; ++round) {
     const bool keep = round % 2 == 1;
+    const char* line_end = keep ? "\n" : "\r";
     std::vector<std::string> lines;
     const int runs = 1 + static_cast<int>(random() % 4);
     for (int r = 0; r < runs; ++r) {
@@ -72,9 +73,10 @@ TEST(TextReplaceTest, ThePreCheckNeverRejectsAReplaceableText) {
       const int length = static_cast<int>(random() % 6);
       for (int i = 0; i < length; ++i) word += pieces[random() % pieces.size()];
       if (keep) word = "(" + word + ")";  // only strings hold text when -keep reads it
-      lines.push_back(word + (random() % 2 ? " Tx" : " TX"));
+      // The operator on the operand's line or on a line of its own.
+      lines.push_back(word + (random() % 2 ? " " : line_end) + (random() % 2 ? "Tx" : "TX"));
     }
-    const Verdicts verdicts = judge(one_text(lines, keep ? "\n" : "\r"), keep);
+    const Verdicts verdicts = judge(one_text(lines, line_end), keep);
     if (verdicts.holds) {
       ++replaceable;
       EXPECT_TRUE(verdicts.may_hold) << one_text(lines);
