@@ -391,13 +391,16 @@ void print_targets(const Suite& suite) {
     std::printf("  verbatim x cat          %10.2f  (<= %.0f)       %s\n", row->cat_ratio(),
                 kVerbatimMaxCatRatio, verdict(row->cat_ratio() <= kVerbatimMaxCatRatio));
   }
-  for (const char* name : {"text-dense", "text-dense-4ids"}) {
-    if (const Row* row = suite.find(name)) {
-      std::printf("  %-15s texts/s %10.0f  (>= %.0f)  %s\n", name, row->items_per_second(),
-                  kTextsPerSecondMin, verdict(row->items_per_second() >= kTextsPerSecondMin));
-      std::printf("  %-15s x sed   %10.2f  (<= %.0f)       %s\n", name, row->sed_ratio(),
-                  kTextDenseMaxSedRatio, verdict(row->sed_ratio() <= kTextDenseMaxSedRatio));
-    }
+  if (const Row* row = suite.find("text-dense")) {
+    std::printf("  text-dense      texts/s %10.0f  (>= %.0f)  %s\n", row->items_per_second(),
+                kTextsPerSecondMin, verdict(row->items_per_second() >= kTextsPerSecondMin));
+    std::printf("  text-dense      x sed   %10.2f  (<= %.0f)       %s\n", row->sed_ratio(),
+                kTextDenseMaxSedRatio, verdict(row->sed_ratio() <= kTextDenseMaxSedRatio));
+  }
+  // Four tables make four passes over the texts: shown beside the targets, not held to them.
+  if (const Row* row = suite.find("text-dense-4ids")) {
+    std::printf("  text-dense-4ids texts/s %10.0f, x sed %.2f\n", row->items_per_second(),
+                row->sed_ratio());
   }
   if (const Row* row = suite.find("many-runs")) {
     std::printf("  many-runs       peak RSS %6.1f MB  (< %.0f MB)  %s\n", row->rss_mb(),
