@@ -100,10 +100,13 @@ bool changes_nothing(const std::vector<std::string>& parts, const std::vector<st
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const bool keep = size > 0 && data[0] == '+';
+  const bool plus = size > 0 && data[0] == '+';
   const std::vector<std::string> parts =
-      cut(std::string(reinterpret_cast<const char*>(data) + keep, size - keep));
-  const std::vector<std::string> args = arguments(parts, keep);
+      cut(std::string(reinterpret_cast<const char*>(data) + plus, size - plus));
+  const std::vector<std::string> args = arguments(parts, plus);
+  // The option words may ask for -keep too (options match by prefix).
+  bool keep = plus;
+  for (const std::string& arg : args) keep = keep || arg.compare(0, 5, "-keep") == 0;
   Output out;
   std::string diagnostics;
   try {
