@@ -39,10 +39,6 @@ class AI_TxTX {
 
   // Whether the run read the style operator op (k to Tq).
   bool has(TEXT_OP op) const { return (present & bit(op)) != 0; }
-  // Operand i (from 0, in template order) of a style operator the run read.
-  double operand(TEXT_OP op, int i) const {
-    return operands[first_operand(op) + static_cast<size_t>(i)];
-  }
   // Forgets the style operator op, as if the run had not read it.
   void drop(TEXT_OP op);
 
