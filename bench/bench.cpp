@@ -468,21 +468,5 @@ int run(const Options& options) {
 }  // namespace bench
 
 int main(int argc, char** argv) {
-  bench::Options options;
-  try {
-    options = bench::parse_options(argc, argv);
-  } catch (const std::exception& e) {
-    std::fprintf(stderr, "ormel_bench: %s\n%s", e.what(), bench::kUsage);
-    return 2;
-  }
-  int status = 1;
-  try {
-    bench::start_spawner();
-    status = bench::run(options);
-  } catch (const std::exception& e) {
-    std::fflush(stdout);
-    std::fprintf(stderr, "ormel_bench: FAILED: %s\n", e.what());
-  }
-  bench::stop_spawner();
-  return status;
+  return bench::bench_main("ormel_bench", bench::kUsage, argc, argv, bench::parse_options, bench::run);
 }

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
+#include <exception>
 #include <string>
 #include <vector>
 
@@ -29,6 +31,30 @@ ChildRun run_child(const std::vector<std::string>& argv, const std::string& stdo
 uint64_t fnv1a_file(const std::string& path, size_t tail_length, std::string* tail);
 
 double median(std::vector<double> values);
+
+// The main of a benchmark: parses its options (a std::exception is a usage error, status 2,
+// with usage after the message), then runs it between start_spawner and stop_spawner; a
+// std::exception from the run is a failure (status 1).
+template <typename Parse, typename Run>
+int bench_main(const char* name, const char* usage, int argc, char** argv, Parse parse, Run run) {
+  decltype(parse(argc, argv)) options;
+  try {
+    options = parse(argc, argv);
+  } catch (const std::exception& e) {
+    std::fprintf(stderr, "%s: %s\n%s", name, e.what(), usage);
+    return 2;
+  }
+  int status = 1;
+  try {
+    start_spawner();
+    status = run(options);
+  } catch (const std::exception& e) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "%s: FAILED: %s\n", name, e.what());
+  }
+  stop_spawner();
+  return status;
+}
 
 struct Measurement {
   double median_seconds = 0;

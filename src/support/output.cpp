@@ -137,9 +137,7 @@ void Output::reals_line(const double* values, size_t count, std::string_view op)
     put_real(values[i]);
     put_char(' ');
   }
-  put(op);
-  put_char('\r');
-  flush_if_full();
+  line(op);
 }
 
 void Output::integers_line(const int* values, size_t count, std::string_view op) {
@@ -147,9 +145,7 @@ void Output::integers_line(const int* values, size_t count, std::string_view op)
     put_integer(values[i]);
     put_char(' ');
   }
-  put(op);
-  put_char('\r');
-  flush_if_full();
+  line(op);
 }
 
 // Formats %f, %d, %s and %% itself; a format with any other conversion goes through the C
