@@ -51,10 +51,12 @@ void LineStarts::reset(size_t expected_lines) {
 
 void LineStarts::push(const size_t* offsets, size_t count) {
   if (count == 0) return;
-  // Below the next 4 GiB step, as nearly always, the offsets go in as they are (appended,
-  // not first zeroed by a resize).
+  // Below the next 4 GiB step, as nearly always, the offsets go in as they are, in one
+  // block.
   if (offsets[count - 1] >> 32 == steps.size()) {
-    for (size_t i = 0; i < count; ++i) low.push_back(static_cast<uint32_t>(offsets[i]));
+    const size_t old_size = low.size();
+    low.resize(old_size + count);
+    for (size_t i = 0; i < count; ++i) low[old_size + i] = static_cast<uint32_t>(offsets[i]);
     return;
   }
   for (size_t i = 0; i < count; ++i) {
