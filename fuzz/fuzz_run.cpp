@@ -104,8 +104,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::vector<std::string> parts =
       cut(std::string(reinterpret_cast<const char*>(data) + plus, size - plus));
   const std::vector<std::string> args = arguments(parts, plus);
-  // The option words may ask for -keep too (options match by prefix).
-  bool keep = plus;
+  // "+" or the option words ask for -keep (options match by prefix).
+  bool keep = false;
   for (const std::string& arg : args) keep = keep || arg.compare(0, 5, "-keep") == 0;
   Output out;
   std::string diagnostics;

@@ -131,6 +131,7 @@ class BATCH {
 
 // Tables are read whole, once. With "-each" the row limit of raw tables applies to a block,
 // which "-each=" keeps within it; without, to the rows after the headers.
+static_assert(kMaxEach <= TAB_TEXT::kMaxRecords, "a block of -each= must fit a table's row limit");
 BATCH::BATCH(AI_DOCUMENT& document, const TABLE_ARGUMENTS& table_arguments, TABLE_LOADER& loader,
              const std::string& template_path)
     : doc(document),
@@ -309,7 +310,6 @@ void BATCH::make_each(const NAME_PATTERN& pattern) {
     try {
       make_document(number, name, progress);
     } catch (const Error& error) {
-      progress.erase();
       throw Error("document " + std::to_string(number) + " (" + name + "): " + error.what());
     }
   }

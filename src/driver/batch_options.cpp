@@ -1,33 +1,14 @@
 #include "driver/batch_options.h"
 
-#include <cstring>
-
 #include "driver/options.h"
 
 namespace {
-
-bool starts_with(const std::string& text, const char* prefix) {
-  return text.compare(0, std::strlen(prefix), prefix) == 0;
-}
-
-// A whole number written in decimal digits alone, at most max.
-bool read_number(const std::string& text, long long max, long long* value) {
-  if (text.empty() || text.size() > 18) return false;
-  long long read = 0;
-  for (char c : text) {
-    if (c < '0' || c > '9') return false;
-    read = read * 10 + (c - '0');
-  }
-  if (read > max) return false;
-  *value = read;
-  return true;
-}
 
 constexpr long long kMaxCount = 999999999999999999LL;
 
 bool set_each(const std::string& value) {
   long long each = 0;
-  if (!read_number(value, kMaxEach, &each) || each < 1) return false;
+  if (!read_decimal(value, kMaxEach, &each) || each < 1) return false;
   option_each = static_cast<int>(each);
   return true;
 }
@@ -37,8 +18,8 @@ bool set_shard(const std::string& value) {
   if (slash == std::string::npos) return false;
   long long index = 0;
   long long count = 0;
-  if (!read_number(value.substr(0, slash), kMaxCount, &index) ||
-      !read_number(value.substr(slash + 1), kMaxCount, &count) || index < 1 || index > count) {
+  if (!read_decimal(value.substr(0, slash), kMaxCount, &index) ||
+      !read_decimal(value.substr(slash + 1), kMaxCount, &count) || index < 1 || index > count) {
     return false;
   }
   option_shard = index;
@@ -63,7 +44,7 @@ bool set_batch_option(const std::string& arg, std::string& diagnostics) {
   if (starts_with(arg, "-each=")) {
     if (!set_each(value)) return refuse(arg, "not a number from 1 to 1024", diagnostics);
   } else if (starts_with(arg, "-skip=")) {
-    if (!read_number(value, kMaxCount, &option_skip)) {
+    if (!read_decimal(value, kMaxCount, &option_skip)) {
       return refuse(arg, "not a number of rows", diagnostics);
     }
   } else if (starts_with(arg, "-out=")) {

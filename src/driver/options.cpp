@@ -1,5 +1,7 @@
 #include "driver/options.h"
 
+#include <cstring>
+
 int option_rx = 0;
 int option_rm = 0;
 std::string option_fit;
@@ -30,4 +32,20 @@ void reset_options() {
   option_out.clear();
   option_shard = 0;
   option_shards = 0;
+}
+
+bool starts_with(const std::string& arg, const char* prefix) {
+  return arg.compare(0, std::strlen(prefix), prefix) == 0;
+}
+
+bool read_decimal(const std::string& text, long long max, long long* value) {
+  if (text.empty() || text.size() > 18) return false;
+  long long read = 0;
+  for (char c : text) {
+    if (c < '0' || c > '9') return false;
+    read = read * 10 + (c - '0');
+  }
+  if (read > max) return false;
+  *value = read;
+  return true;
 }

@@ -31,3 +31,8 @@ constexpr size_t kHomeDirCapacity = 255;
 constexpr int kMaxEach = 1024;
 
 void reset_options();
+
+// Whether an argument is the option that prefix names (options are matched by prefix).
+bool starts_with(const std::string& arg, const char* prefix);
+// A whole number written in decimal digits alone (at most 18 of them) and at most max.
+bool read_decimal(const std::string& text, long long max, long long* value);

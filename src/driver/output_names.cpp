@@ -3,19 +3,13 @@
 #include <limits.h>
 
 #include "driver/diagnostics.h"
+#include "driver/options.h"
 
 namespace {
 
 // A row or column: decimal digits alone, from 1.
 bool read_index(const std::string& text, long long* value) {
-  if (text.empty() || text.size() > 18) return false;
-  long long read = 0;
-  for (char c : text) {
-    if (c < '0' || c > '9') return false;
-    read = read * 10 + (c - '0');
-  }
-  *value = read;
-  return read > 0;
+  return read_decimal(text, LLONG_MAX, value) && *value > 0;
 }
 
 // "ID-row-column": the identifier is everything before the last two dashes.

@@ -1,7 +1,5 @@
 #include "driver/run.h"
 
-#include <cstring>
-
 #include "document/ai_document.h"
 #include "document/kept_printer.h"
 #include "document/not_copied.h"
@@ -20,10 +18,6 @@ constexpr int kDone = 0;
 constexpr int kUsageError = 1;
 // Neither 0 nor 1: the options ask the run to go on.
 constexpr int kGoOn = -1;
-
-bool starts_with(const std::string& text, const char* prefix) {
-  return text.compare(0, std::strlen(prefix), prefix) == 0;
-}
 
 // Copies an option's value into its setting; a value beyond the setting's capacity is
 // refused rather than cut.

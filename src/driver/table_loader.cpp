@@ -26,10 +26,6 @@ TABLE_LOADER::TABLE_LOADER() {
 
 TABLE_LOADER::~TABLE_LOADER() = default;
 
-void TABLE_LOADER::load(const std::string& file, const AI_DOCUMENT& doc, TAB_TEXT& table) {
-  load(file, doc, table, TAB_TEXT::kMaxRecords);
-}
-
 std::string TABLE_LOADER::encoding() const {
   return charset ? charset->name() : std::string();
 }

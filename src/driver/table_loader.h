@@ -8,9 +8,10 @@
 #include <optional>
 #include <string>
 
+#include "table/tab_text.h"
+
 class AI_DOCUMENT;
 class CHARSET;
-class TAB_TEXT;
 
 // A table argument cut at its first "=": "ID=file" gives the text placeholders of ID their
 // cells; with a "-" before the "=", "PREFIX-ID=file" points placed art of ID at new EPS
@@ -35,8 +36,8 @@ class TABLE_LOADER {
   // Reads file, named as the command line gives it, into table; in raw form with "-report",
   // reports the cells that would break their strings, and more than max_records rows fail
   // the run.
-  void load(const std::string& file, const AI_DOCUMENT& doc, TAB_TEXT& table, size_t max_records);
-  void load(const std::string& file, const AI_DOCUMENT& doc, TAB_TEXT& table);
+  void load(const std::string& file, const AI_DOCUMENT& doc, TAB_TEXT& table,
+            size_t max_records = TAB_TEXT::kMaxRecords);
   // The encoding that spreadsheet tables were converted into; empty before the first.
   std::string encoding() const;
 
