@@ -128,7 +128,7 @@ class Bench {
 
   void run_mode(const char* mode) {
     const bool keep = std::string(mode) == "-keep";
-    std::printf("\n%s mode, %d documents, median of %d runs:\n", keep ? "-keep" : "designed",
+    std::printf("\n%s mode, %d documents, median of %d runs:\n", keep ? "-keep" : "default",
                 options_.documents, options_.runs);
     const std::string batch = dir_ + "/batch";
     const std::string loop = dir_ + "/loop";

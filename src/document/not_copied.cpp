@@ -20,7 +20,7 @@ struct DROPPED {
   bool by_lines;
 };
 
-// A printed part of the designed output and how its first and last lines are named.
+// A printed part of the default output and how its first and last lines are named.
 struct PART {
   int first;
   int last;
@@ -62,14 +62,14 @@ std::vector<PART> printed_parts(const AI_DOCUMENT& doc) {
                    "%%PageTrailer"});
   parts.push_back(
       {script.doc_trailer.first_line, script.doc_trailer.last_line, "%%Trailer", "%%Trailer"});
-  // The closing "%%EOF" that the designed output writes stands for the script's last line.
+  // The closing "%%EOF" that the default output writes stands for the script's last line.
   parts.push_back({script.last_line, script.last_line, "%%EOF", "%%EOF"});
   std::stable_sort(parts.begin(), parts.end(),
                    [](const PART& a, const PART& b) { return a.first < b.first; });
   return parts;
 }
 
-// The lines the designed output leaves out between its parts.
+// The lines the default output leaves out between its parts.
 void add_line_gaps(const AI_DOCUMENT& doc, std::vector<DROPPED>& dropped) {
   auto add = [&](int first, int last, const std::string& what) {
     const std::string_view bytes = doc.bytes_of_lines(first, last);

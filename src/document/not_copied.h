@@ -1,5 +1,5 @@
 // The end of "-report": the parts of the template that the output does not copy, one line
-// per range, so that a user sees what a run left out. The designed output leaves out the
+// per range, so that a user sees what a run left out. The default output leaves out the
 // lines between its sections and the embedded documents, which "-keep" copies; neither
 // copies the bytes before "%!PS-Adobe" nor those after the last "%%EOF" line.
 #pragma once

@@ -27,7 +27,7 @@ extern bool leave_document_to_exit;
 
 // Appends the usage line to diagnostics; returns the status of a usage error.
 int usage(std::string& diagnostics);
-// The template as the options read it ("-keep" or the designed reading), not yet analysed.
+// The template as the options read it ("-keep" or the default reading), not yet analysed.
 // Starts the expansion pool from its size.
 std::unique_ptr<AI_DOCUMENT> read_template(const std::string& path);
 // Called once a run is done with its document: frees it, or leaves it to the exit.

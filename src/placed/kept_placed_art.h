@@ -1,6 +1,6 @@
 // How "-keep" reads and rewrites a placed-art block. The placement
 // "[a b c d tx ty] llx lly urx ury (file) `" is read with the PostScript tokenizer, outside
-// the document the block may embed, into the same model as the designed reading; the
+// the document the block may embed, into the same model as the default reading; the
 // substitution and fitting are the model's own. A block that was swapped gets only its
 // changed numbers and its file name rewritten, each in place; when it embeds the old art,
 // the new EPS file's PostScript is embedded between its own "%%BeginDocument" and

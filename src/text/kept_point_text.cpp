@@ -10,7 +10,7 @@
 
 namespace {
 
-// As in the designed reading: each operator sees the words read since the previous one.
+// As in the default reading: each operator sees the words read since the previous one.
 constexpr int kStackBound = 10;
 
 bool is_string(const PS_TOKEN& token) {

@@ -1,4 +1,4 @@
-// How "-keep" reads and rewrites a point text. It fills the same model as the designed
+// How "-keep" reads and rewrites a point text. It fills the same model as the default
 // reading (AI_POINT_TEXT), through a PostScript tokenizer that keeps where each token
 // stands and with the run strings decoded; the substitution is the model's own. Afterwards
 // only the bytes that the substitution changed are rewritten: the string tokens of runs

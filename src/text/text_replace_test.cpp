@@ -23,7 +23,7 @@ struct Verdicts {
   bool holds;
 };
 
-// The pre-check's verdict and the parse's, as the designed reading or "-keep" reads the text.
+// The pre-check's verdict and the parse's, as the default reading or "-keep" reads the text.
 Verdicts judge(const std::string& bytes, bool keep = false) {
   const AI_DOCUMENT doc =
       keep ? AI_DOCUMENT(FileBytes(bytes), AI_DOCUMENT::KEEP_BYTES()) : AI_DOCUMENT(bytes);
