@@ -85,17 +85,12 @@ void KEPT_PLACEMENT::setup(const AI_DOCUMENT& doc, int first, int last,
     }
   }
   if (!placed) return;
-  std::string texts[10];
-  for (int i = 0; i < 10; ++i) {
-    texts[i] = std::string(numbers[i].bytes);
-    numbers_read[i] = to_double(texts[i].c_str());
-  }
+  for (int i = 0; i < 10; ++i) numbers_read[i] = to_double(numbers[i].bytes);
   // The name is matched decoded, as point-text strings are.
   file_read = "(" + ps_string_value(file) + ")";
-  art.setup_bquote(texts[0].c_str(), texts[1].c_str(), texts[2].c_str(), texts[3].c_str(),
-                   texts[4].c_str(), texts[5].c_str(), texts[6].c_str(), texts[7].c_str(),
-                   texts[8].c_str(), texts[9].c_str(), file_read.c_str());
-  art.bquote.file_string = file_read;  // whole, should the name hold a NUL
+  art.setup_bquote(numbers[0].bytes, numbers[1].bytes, numbers[2].bytes, numbers[3].bytes,
+                   numbers[4].bytes, numbers[5].bytes, numbers[6].bytes, numbers[7].bytes,
+                   numbers[8].bytes, numbers[9].bytes, file_read);
 }
 
 void KEPT_PLACEMENT::patch(const AI_PLACED_ART_REPLACE& art, EMBEDDED_FILES& files,
