@@ -90,6 +90,7 @@ void AI_DOCUMENT::print_lines(int first, int last, Output& out) const {
 }
 
 void AI_DOCUMENT::remember_printed_lines() {
+  if (lines.prints_as_read()) return;
   printed = std::make_unique<PRINTED>();
 }
 

@@ -64,7 +64,8 @@ class AI_DOCUMENT {
   }
   void print_lines(int first, int last, Output& out) const;
   // For a batch, which prints the same template many times: from now on each range of lines
-  // is converted (CR LF to CR) once, and written by reference after that.
+  // is converted (CR LF to CR) once, and written by reference after that. A template whose
+  // lines print as read needs no copies.
   void remember_printed_lines();
   template <typename Test>
   int find_comment_line(int from, int to, std::string_view head, Test test) const {

@@ -56,6 +56,9 @@ class LINE_INDEX {
   void cut_kept(std::string_view text);
   // Whether lines end at LF too and are printed with their own line ends (cut_kept).
   bool keeps_line_ends() const { return any_line_end; }
+  // Whether print_lines writes the template's own bytes, but for the rare lines cut at a NUL:
+  // no line end is converted.
+  bool prints_as_read() const { return any_line_end || !crlf_seen; }
 
   int line_count() const { return static_cast<int>(starts.size()) - 1; }
   // A line without its line end, up to its first NUL byte if it holds one.
