@@ -252,8 +252,7 @@ const char* LINE_INDEX::cut_lines(const char* p, const char* end, bool quick) {
 }
 
 // A line that may be a comment line, holds a NUL, or may begin or end a text object; end is
-// where its CR
-// stands, or the end of the text.
+// where its CR stands, or the end of the text.
 void LINE_INDEX::note_line(int index, const char* start, const char* end, LineMarks marks) {
   const std::string_view bytes_read(start, static_cast<size_t>(end - start));
   const std::string_view line_text =
@@ -296,15 +295,6 @@ int LINE_INDEX::find_text_end_line(int from, int to) const {
 }
 
 namespace {
-
-// The length of the line end before next, of a line that starts at start: CR LF, CR, LF, or
-// none (the last line may end with the text).
-size_t kept_line_end_length(const char* start, const char* next) {
-  if (next == start) return 0;
-  if (next[-1] == '\r') return 1;
-  if (next[-1] != '\n') return 0;
-  return next - start >= 2 && next[-2] == '\r' ? 2 : 1;
-}
 
 // The first CR or LF in [p, end), or end.
 const char* find_line_end(const char* p, const char* end) {
@@ -501,10 +491,6 @@ void LINE_INDEX::note_kept_line(int index, const char* start, const char* end) {
       (length >= 2 && (start[0] == 'T' || (length >= 4 && start[2] == 'T')))) {
     note_line(index, start, end, marks);
   }
-}
-
-size_t LINE_INDEX::kept_line_end(const char* start, const char* next) {
-  return kept_line_end_length(start, next);
 }
 
 std::string_view LINE_INDEX::line(int index) const {

@@ -141,7 +141,14 @@ class LINE_INDEX {
     const std::string_view bytes_read(start, static_cast<size_t>(end - start));
     return no_line_end || nul ? bytes_read.substr(0, bytes_read.find('\0')) : bytes_read;
   }
-  static size_t kept_line_end(const char* start, const char* next);
+  // The length of the line end before next, of a line that starts at start: CR LF, CR, LF,
+  // or none (the last line may end with the text).
+  static size_t kept_line_end(const char* start, const char* next) {
+    if (next == start) return 0;
+    if (next[-1] == '\r') return 1;
+    if (next[-1] != '\n') return 0;
+    return next - start >= 2 && next[-2] == '\r' ? 2 : 1;
+  }
   // Set when the text holds no CR: its one line then runs to the end of the text.
   bool no_line_end = false;
   bool crlf_seen = false;      // some line ends in CR LF
