@@ -228,10 +228,6 @@ std::string without_tabs(const std::string& match) {
 
 namespace {
 
-long long number(const std::string& digits) {
-  return to_int(digits.c_str());
-}
-
 // The next run of digits at or after *at, read as to_int reads it, with the tabs between
 // runs passed over as if the text had none; false when no digit follows.
 bool next_number(std::string_view text, size_t* at, long long* value) {
@@ -262,11 +258,12 @@ void rowcol_font(const std::string& match, long long* row, long long* col, std::
   const size_t first = text.find('-');
   const size_t second = first == std::string::npos ? first : text.find('-', first + 1);
   if (second == std::string::npos) aborterr("AI_POINT_TEXT", kLabel, "placeholder without row");
-  *row = number(text.substr(first + 1, second - first - 1));
+  const std::string_view view(text);
+  *row = to_int(view.substr(first + 1, second - first - 1));
   const size_t third = text.find('-', second + 1);
   const size_t column_end = third != std::string::npos ? third : text.find('_', second + 1);
   if (column_end == std::string::npos) aborterr("AI_POINT_TEXT", kLabel, "placeholder without _");
-  *col = number(text.substr(second + 1, column_end - second - 1));
+  *col = to_int(view.substr(second + 1, column_end - second - 1));
   font->clear();
   if (third == std::string::npos) return;
   const size_t close = text.find('_', third + 1);
@@ -297,8 +294,8 @@ std::optional<std::string> find_name_placeholder(const char* id, const std::stri
 
 void name_rowcol(const char* name, int* row, int* col) {
   size_t at = 0;
-  const std::string first(MY_STRING::next_digits(name, &at));
-  const std::string second(MY_STRING::next_digits(name, &at));
-  *row = to_int(first.c_str());
-  *col = second.empty() ? *row : to_int(second.c_str());
+  const std::string_view first = MY_STRING::next_digits(name, &at);
+  const std::string_view second = MY_STRING::next_digits(name, &at);
+  *row = to_int(first);
+  *col = second.empty() ? *row : to_int(second);
 }

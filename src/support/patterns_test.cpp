@@ -79,8 +79,6 @@ TEST(PatternsTest, WhereAPlaceholderMayEnd) {
   for (const auto& [bytes, may] : cases) EXPECT_EQ(may, may_end_placeholder(bytes)) << bytes;
 }
 
-// Row, column and font of each syntax, and of placed-art names (where tabs are no
-// separators): "row col font".
 // The walk without a regular expression meets the same placeholders, in the same order, as
 // the walk of the expression for the same identifier.
 TEST(PatternsTest, PlainWalkFindsWhatTheExpressionFinds) {
@@ -113,6 +111,8 @@ TEST(PatternsTest, PlainWalkFindsWhatTheExpressionFinds) {
   EXPECT_GT(found, 1000);
 }
 
+// Row, column and font of each syntax, and of placed-art names (where tabs are no
+// separators): "row col font".
 TEST(PatternsTest, RowColumnAndFont) {
   auto cell = [](const char* match, bool with_font) {
     long long row = -1;
