@@ -16,6 +16,19 @@ bool is_ascii(std::string_view text) {
   return true;
 }
 
+// One call of iconv that appends to out, with room for the most that what is left can
+// become; 0 when it converted everything, else iconv's errno.
+int iconv_append(iconv_t cd, char** in, size_t* in_left, std::string& out) {
+  const size_t used = out.size();
+  out.resize(used + *in_left * 4 + 16);
+  char* out_next = &out[used];
+  size_t out_left = out.size() - used;
+  const size_t result = iconv(cd, in, in_left, &out_next, &out_left);
+  const int error = errno;
+  out.resize(out.size() - out_left);
+  return result != kFailed ? 0 : error;
+}
+
 }  // namespace
 
 CHARSET::CHARSET(std::string name) : encoding(std::move(name)), cd(kNoConversion) {
@@ -59,15 +72,9 @@ bool CHARSET::convert_all(const char* in, size_t in_size, size_t* converted, std
   char* in_next = const_cast<char*>(in);
   size_t in_left = in_size;
   for (;;) {
-    const size_t used = out.size();
-    out.resize(used + in_left * 4 + 16);
-    char* out_next = &out[used];
-    size_t out_left = out.size() - used;
-    const size_t result = iconv(cd, in ? &in_next : nullptr, &in_left, &out_next, &out_left);
-    const int error = errno;
-    out.resize(out.size() - out_left);
+    const int error = iconv_append(cd, in ? &in_next : nullptr, &in_left, out);
     if (in) *converted = in_size - in_left;
-    if (result != kFailed) return true;
+    if (error == 0) return true;
     if (error != E2BIG) return false;
   }
 }
@@ -88,14 +95,8 @@ std::string UTF8_FROM::convert(std::string_view text) {
   char* in_next = const_cast<char*>(text.data());
   size_t in_left = text.size();
   while (in_left > 0) {
-    const size_t used = out.size();
-    out.resize(used + in_left * 4 + 16);
-    char* out_next = &out[used];
-    size_t out_left = out.size() - used;
-    const size_t result = iconv(cd, &in_next, &in_left, &out_next, &out_left);
-    const int error = errno;
-    out.resize(out.size() - out_left);
-    if (result != kFailed || error == E2BIG) continue;
+    const int error = iconv_append(cd, &in_next, &in_left, out);
+    if (error == 0 || error == E2BIG) continue;
     out += '_';
     ++in_next;
     --in_left;
