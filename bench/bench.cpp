@@ -468,5 +468,6 @@ int run(const Options& options) {
 }  // namespace bench
 
 int main(int argc, char** argv) {
-  return bench::bench_main("ormel_bench", bench::kUsage, argc, argv, bench::parse_options, bench::run);
+  return bench::bench_main("ormel_bench", bench::kUsage, argc, argv, bench::parse_options,
+                           bench::run);
 }

@@ -8,8 +8,8 @@
 #include <memory>
 #include <string>
 
-#include "driver/diagnostics.h"
 #include "support/charset.h"
+#include "support/error.h"
 #include "support/escapes.h"
 #include "table/delimited_text.h"
 #include "table/tab_text.h"

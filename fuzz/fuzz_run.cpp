@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "driver/diagnostics.h"
 #include "driver/run.h"
+#include "support/error.h"
 #include "support/output.h"
 
 namespace {

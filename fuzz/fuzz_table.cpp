@@ -4,7 +4,7 @@
 #include <cstring>
 #include <string>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 #include "table/tab_text.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {

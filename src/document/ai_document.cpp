@@ -1,119 +1,23 @@
 #include "document/ai_document.h"
 
-#include <algorithm>
-#include <string>
-
 #include "document/layer.h"
-#include "driver/diagnostics.h"
 #include "support/output.h"
 
-FileBytes AI_DOCUMENT::read_file(const char* file_name) {
-  return FileBytes::read(file_name, "ai file open error\n", "ai file read error\n");
-}
-
-// Embedded documents are rare, so the text is first cut as it is, watching for one. Where
-// one shows up, or the quick cut cannot finish, the documents are cut out and the text is
-// cut again; failures are decided on that second pass, in their proper order.
-AI_DOCUMENT::AI_DOCUMENT(FileBytes file) : bytes(std::move(file)), text(bytes.view()) {
-  if (lines.cut_at_crs(text, true)) return;
-  eliminate_BeginEndDocument();
-  lines.cut_at_crs(text, false);
-}
-
-AI_DOCUMENT::AI_DOCUMENT(FileBytes file, KEEP_BYTES) : bytes(std::move(file)), text(bytes.view()) {
-  lines.cut_kept(text);
-}
+AI_DOCUMENT::AI_DOCUMENT(std::unique_ptr<TEMPLATE> text) : tpl(std::move(text)) {}
 
 AI_DOCUMENT::~AI_DOCUMENT() = default;
 
-namespace {
-
-const char kBeginDocument[] = "%%BeginDocument";
-const char kEndDocument[] = "%%EndDocument";
-
-}  // namespace
-
-// Embedded documents, from "%%BeginDocument" through "%%EndDocument" and the CR or CR LF
-// after it, never reach the line table. They do not nest: the first end closes the cut.
-// Only a template that holds one is copied.
-void AI_DOCUMENT::eliminate_BeginEndDocument() {
-  const char* const base = text.data();
-  const size_t size = text.size();
-  std::string kept;
-  size_t read = 0;
-  while (const char* begin =
-             strpos(base + read, static_cast<long long>(size - read), kBeginDocument, 0)) {
-    const size_t begin_at = static_cast<size_t>(begin - base);
-    const char* end = strpos(begin, static_cast<long long>(size - begin_at), kEndDocument, 0);
-    if (!end) fail("cannot find %s\n", kEndDocument);
-    size_t cut_end = static_cast<size_t>(end - base) + sizeof kEndDocument - 1;
-    if (cut_end < size && base[cut_end] == '\r') {
-      ++cut_end;
-      if (cut_end < size && base[cut_end] == '\n') ++cut_end;
-    }
-    kept.append(base + read, begin_at - read);
-    cuts.push_back({kept.size(), begin_at, cut_end});
-    read = cut_end;
-  }
-  if (read == 0) return;
-  kept.append(base + read, size - read);
-  source_bytes = std::move(bytes);
-  bytes = FileBytes(std::move(kept));
-  text = bytes.view();
-}
-
-// The text after a cut stands in the source right after the cut.
-size_t AI_DOCUMENT::source_offset(const char* in_text, bool after_cut) const {
-  const size_t at = static_cast<size_t>(in_text - text.data());
-  auto before = [after_cut](size_t position, const CUT& cut) {
-    return after_cut ? position < cut.text_at : position <= cut.text_at;
-  };
-  auto next = std::upper_bound(cuts.begin(), cuts.end(), at, before);
-  if (next == cuts.begin()) return at;
-  const CUT& last = *(next - 1);
-  return at - last.text_at + last.to;
-}
-
-void AI_DOCUMENT::print_lines(int first, int last, Output& out) const {
-  if (!printed) {
-    lines.print_lines(first, last, out);
-    return;
-  }
-  auto found = printed->find(first);
-  if (found == printed->end() || found->second.first != last) {
-    Output converted;
-    lines.print_lines(first, last, converted);
-    found =
-        printed->insert_or_assign(first, std::make_pair(last, std::string(converted.text()))).first;
-  }
-  out.write_kept(found->second.second);
-}
-
-void AI_DOCUMENT::remember_printed_lines() {
-  if (lines.prints_as_read()) return;
-  printed = std::make_unique<PRINTED>();
-}
-
-void AI_DOCUMENT::analyze_doc() {
+REPLACEABLES AI_DOCUMENT::analyze_doc(POINT_TEXT_READER& reader) {
   prolog = std::make_unique<AI_PROLOG>();
-  prolog->setup(*this);
+  prolog->setup(*tpl);
   script = std::make_unique<AI_SCRIPT>();
-  script->setup(*this);
+  script->setup(*tpl, reader);
+  REPLACEABLES objects;
+  for (int i = 0; i < script->layer_count(); ++i) script->layer(i).list(i + 1, objects);
+  return objects;
 }
 
 void AI_DOCUMENT::print_new(Output& out) const {
-  prolog->print_new(*this, out);
-  script->print_new(*this, out);
-}
-
-void AI_DOCUMENT::setup_replace_text(const char* id, const TAB_TEXT& table) {
-  script->setup_replace_text(id, table);
-}
-
-void AI_DOCUMENT::setup_replace_text(const TAB_TEXT& table) {
-  script->setup_replace_text(table);
-}
-
-void AI_DOCUMENT::setup_replace_placed_art(const char* id, const TAB_TEXT& table) {
-  script->setup_replace_placed_art(id, table);
+  prolog->print_new(*tpl, out);
+  script->print_new(*tpl, out);
 }

@@ -1,116 +1,40 @@
-// The template in memory: the PostScript text from "%!PS-Adobe" to the last "%%EOF", with
-// embedded documents cut out, cut into lines at carriage returns. The bytes are never
-// changed: lines are views into them. Every other part of the model refers to the text by
-// line index, through the document.
+// The document: its template and the section tree over the template's lines, the prolog
+// (with its header and procset) and the script (with its setup section, layers, page
+// trailer and document trailer). The analysis builds the tree once and hands back every
+// object that a table may change; the tree prints the default output.
 #pragma once
 
 #include <memory>
-#include <memory_resource>
-#include <string>
-#include <string_view>
-#include <unordered_map>
-#include <utility>
-#include <vector>
 
+#include "document/replaceables.h"
 #include "document/sections.h"
-#include "support/file_io.h"
-#include "support/lines.h"
+#include "template/template.h"
 
 class Output;
-class TAB_TEXT;
+class POINT_TEXT_READER;
 
 class AI_DOCUMENT {
  public:
-  static constexpr int kMaxLines = LINE_INDEX::kMaxLines;
-
-  // Reads the template file whole ("ai file open error\n" and the like on failure).
-  static FileBytes read_file(const char* file_name);
-
-  // Cuts embedded documents out of the template's bytes and cuts the rest into lines.
-  explicit AI_DOCUMENT(FileBytes file);
-  explicit AI_DOCUMENT(std::string in_memory) : AI_DOCUMENT(FileBytes(std::move(in_memory))) {}
-  // The template as "-keep" reads it: nothing is cut out, lines end at CR LF, CR or LF and
-  // keep their own ends (see LINE_INDEX::cut_kept).
-  struct KEEP_BYTES {};
-  AI_DOCUMENT(FileBytes file, KEEP_BYTES);
+  explicit AI_DOCUMENT(std::unique_ptr<TEMPLATE> text);
   AI_DOCUMENT(const AI_DOCUMENT&) = delete;
   AI_DOCUMENT& operator=(const AI_DOCUMENT&) = delete;
   ~AI_DOCUMENT();
 
-  // Builds the section tree: prolog, then script with its setup, layers and trailers.
-  void analyze_doc();
+  // Builds the section tree: prolog, then script with its setup, layers and trailers. Point
+  // texts are read through reader. Returns the replaceable objects in document order, layer
+  // by layer, each layer's texts before its placed art.
+  REPLACEABLES analyze_doc(POINT_TEXT_READER& reader);
   // Writes everything but the closing "%%EOF" line.
   void print_new(Output& out) const;
 
-  void setup_replace_text(const char* id, const TAB_TEXT& table);
-  void setup_replace_text(const TAB_TEXT& table);
-  void setup_replace_placed_art(const char* id, const TAB_TEXT& table);
-  // Adds to the run's report every placeholder that no table argument reached.
-  void report_unreplaced() const { script->report_unreplaced(); }
-  // Returns every object that a table changed to its analysed state, so that the next
-  // document of a batch starts from the template as read.
-  void restore_analysed() { script->restore_analysed(); }
-
-  // Whether the document was read for "-keep".
-  bool keeps_bytes() const { return lines.keeps_line_ends(); }
-  int line_count() const { return lines.line_count(); }
-  std::string_view line(int index) const { return lines.line(index); }
-  template <typename Visit>
-  void each_line(int first, int last, Visit visit) const {
-    lines.each_line(first, last, visit);
-  }
-  std::string_view bytes_of_lines(int first, int last) const {
-    return lines.bytes_of_lines(first, last);
-  }
-  void print_lines(int first, int last, Output& out) const;
-  // For a batch, which prints the same template many times: from now on each range of lines
-  // is converted (CR LF to CR) once, and written by reference after that. A template whose
-  // lines print as read needs no copies.
-  void remember_printed_lines();
-  template <typename Test>
-  int find_comment_line(int from, int to, std::string_view head, Test test) const {
-    return lines.find_comment_line(from, to, head, test);
-  }
-  template <typename Test>
-  int find_ai5_line(int from, int to, Test test) const {
-    return lines.find_ai5_line(from, to, test);
-  }
-  int find_text_line(int from, int to) const { return lines.find_text_line(from, to); }
-  int find_text_end_line(int from, int to) const { return lines.find_text_end_line(from, to); }
-
-  // The template file's bytes as read, embedded documents included.
-  std::string_view source() const { return cuts.empty() ? text : source_bytes.view(); }
-  // Where a byte of the document's text stands in source(). A place where an embedded
-  // document was cut out is taken after it when after_cut is set, before it otherwise.
-  size_t source_offset(const char* in_text, bool after_cut) const;
-  // The embedded documents that were cut out, as ranges of source().
-  struct CUT {
-    size_t text_at;  // where the cut was made, in the text
-    size_t from;
-    size_t to;
-  };
-  const std::vector<CUT>& cut_out() const { return cuts; }
-
-  // Where the analysis makes the models of the document's objects: a few large blocks rather
-  // than hundreds of thousands of small ones, given back when the document goes.
-  std::pmr::memory_resource* model_memory() const { return &models; }
-
+  const TEMPLATE& text() const { return *tpl; }
+  TEMPLATE& text() { return *tpl; }
   const AI_SCRIPT* get_script() const { return script.get(); }
   const AI_PROLOG* get_prolog() const { return prolog.get(); }
 
  private:
-  void eliminate_BeginEndDocument();
-
-  FileBytes bytes;
-  // Declared before the sections, so that it outlives the models made in it.
-  mutable std::pmr::monotonic_buffer_resource models;
-  std::string_view text;                  // the bytes, with any embedded documents cut out
-  FileBytes source_bytes{std::string()};  // the file as read, once something was cut out
-  std::vector<CUT> cuts;
-  LINE_INDEX lines;
+  // Declared first: the models of the tree live in its memory.
+  std::unique_ptr<TEMPLATE> tpl;
   std::unique_ptr<AI_PROLOG> prolog;
   std::unique_ptr<AI_SCRIPT> script;
-  // The printed ranges by first line: their last line and their bytes.
-  using PRINTED = std::unordered_map<int, std::pair<int, std::string>>;
-  std::unique_ptr<PRINTED> printed;
 };

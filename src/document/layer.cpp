@@ -3,62 +3,51 @@
 #include <algorithm>
 #include <cstring>
 
-#include "document/ai_document.h"
-#include "driver/diagnostics.h"
 #include "placed/ai_placed_art.h"
 #include "placed/placed_art_replace.h"
+#include "support/error.h"
 #include "support/output.h"
 #include "support/token.h"
+#include "template/template.h"
 #include "text/ai_text.h"
 #include "text/text_replace.h"
-
-bool holds_word(std::string_view line, std::string_view word) {
-  // Most lines cannot hold the word at all; only those that do are split into words.
-  if (line.find(word) == std::string_view::npos) return false;
-  TOKEN token;
-  token.init(line, " ");
-  std::string_view w;
-  while (token.next(&w)) {
-    if (w == word) return true;
-  }
-  return false;
-}
 
 AI_LAYER::AI_LAYER() = default;
 AI_LAYER::~AI_LAYER() = default;
 
-void AI_LAYER::setup(const AI_DOCUMENT& doc, int start, int script_last, int* next) {
+void AI_LAYER::setup(const TEMPLATE& tpl, int start, int script_last, int* next,
+                     POINT_TEXT_READER& reader) {
   first_line = start;
-  last_line = find_comment(doc, start, script_last, "%AI5_EndLayer--");
+  last_line = tpl.find_comment(start, script_last, "%AI5_EndLayer--");
   if (last_line < 0) fail("cannot find %s\n", "%AI5_EndLayer--");
   *next = last_line + 1;
-  setup_text(doc);
-  setup_placed_art(doc);
+  setup_text(tpl, reader);
+  setup_placed_art(tpl);
 }
 
-void AI_LAYER::setup_unmarked(const AI_DOCUMENT& doc, int first, int last) {
+void AI_LAYER::setup_unmarked(const TEMPLATE& tpl, int first, int last, POINT_TEXT_READER& reader) {
   first_line = first;
   last_line = last;
-  setup_text(doc);
-  setup_placed_art(doc);
+  setup_text(tpl, reader);
+  setup_placed_art(tpl);
 }
 
 // A text object starts at a line whose third and fourth characters are "To" ("0 To").
-void AI_LAYER::setup_text(const AI_DOCUMENT& doc) {
-  for (int i = first_line; (i = doc.find_text_line(i, last_line - 1)) >= 0;) {
+void AI_LAYER::setup_text(const TEMPLATE& tpl, POINT_TEXT_READER& reader) {
+  for (int i = first_line; (i = tpl.find_text_line(i, last_line - 1)) >= 0;) {
     if (texts.size() == kMaxTexts) fail("overflow text\n");
-    texts.emplace_back().setup(doc, i, last_line, &i);
+    texts.emplace_back().setup(tpl, i, last_line, &i, reader);
   }
 }
 
-void AI_LAYER::setup_placed_art(const AI_DOCUMENT& doc) {
+void AI_LAYER::setup_placed_art(const TEMPLATE& tpl) {
   auto begins_placed_art = [](std::string_view text) {
     return holds_word(text, "%AI5_BeginPlace");
   };
-  for (int i = first_line; (i = doc.find_ai5_line(i, last_line - 1, begins_placed_art)) >= 0; ++i) {
+  for (int i = first_line; (i = tpl.find_ai5_line(i, last_line - 1, begins_placed_art)) >= 0; ++i) {
     if (placed_arts.size() == kMaxPlacedArts) fail("overflow placed art\n");
     auto object = std::make_unique<AI_PLACED_ART>();
-    object->setup(doc, i, last_line, &i);
+    object->setup(tpl, i, last_line, &i);
     placed_arts.push_back(std::move(object));
   }
 }
@@ -66,7 +55,7 @@ void AI_LAYER::setup_placed_art(const AI_DOCUMENT& doc) {
 // Each object prints itself at its own first line; an object that begins inside another
 // one (a malformed template) is passed over, so printing never runs past either table. The
 // lines between objects are written as one range.
-void AI_LAYER::print_new(const AI_DOCUMENT& doc, Output& out) const {
+void AI_LAYER::print_new(const TEMPLATE& tpl, Output& out) const {
   size_t next_text = 0;
   size_t next_placed = 0;
   for (int i = first_line; i <= last_line;) {
@@ -80,44 +69,19 @@ void AI_LAYER::print_new(const AI_DOCUMENT& doc, Output& out) const {
     const int object_at = std::min(text_at, placed_at);
     int last = object_at - 1;
     if (object_at > i) {
-      doc.print_lines(i, last, out);
+      tpl.print_lines(i, last, out);
     } else if (text_at == i) {
-      texts[next_text++].print_new(doc, out, &last);
+      texts[next_text++].print_new(tpl, out, &last);
     } else {
-      placed_arts[next_placed++]->print_new(doc, out, &last);
+      placed_arts[next_placed++]->print_new(out, &last);
     }
     i = last + 1;
   }
 }
 
-void AI_LAYER::setup_replace_text(const char* id, const TAB_TEXT& table) {
+void AI_LAYER::list(int number, REPLACEABLES& objects) {
   for (AI_TEXT& object : texts) {
-    if (object.replace) object.replace->setup_tabtxt(id, table);
+    if (object.replace) objects.push_back({number, object.replace.get(), nullptr});
   }
-}
-
-void AI_LAYER::setup_replace_text(const TAB_TEXT& table) {
-  for (AI_TEXT& object : texts) {
-    if (object.replace) object.replace->setup_tabtxt(table);
-  }
-}
-
-void AI_LAYER::setup_replace_placed_art(const char* id, const TAB_TEXT& table) {
-  for (auto& object : placed_arts) {
-    if (object->replace) object->replace->setup_tabtxt(id, table);
-  }
-}
-
-void AI_LAYER::report_unreplaced() const {
-  for (const AI_TEXT& object : texts) {
-    if (object.replace) object.replace->report_unreplaced();
-  }
-  for (const auto& object : placed_arts) object->replace->report_unreplaced();
-}
-
-void AI_LAYER::restore_analysed() {
-  for (AI_TEXT& object : texts) {
-    if (object.replace) object.replace->restore_analysed();
-  }
-  for (auto& object : placed_arts) object->replace->restore_analysed();
+  for (auto& object : placed_arts) objects.push_back({number, nullptr, object->replace.get()});
 }

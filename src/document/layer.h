@@ -1,12 +1,13 @@
 // A layer: the lines from "%AI5_BeginLayer" to its "%AI5_EndLayer--". It finds its text
-// objects and placed-art blocks, hands replacement requests to them, and prints its lines
-// with each object printing itself in place of its own lines.
+// objects and placed-art blocks and prints its lines with each object printing itself in
+// place of its own lines.
 #pragma once
 
 #include <memory>
 #include <string_view>
 #include <vector>
 
+#include "document/replaceables.h"
 #include "document/sections.h"
 #include "text/ai_text.h"
 
@@ -21,33 +22,19 @@ class AI_LAYER : public LINE_RANGE {
   ~AI_LAYER();
   // start is the "%AI5_BeginLayer" line, script_last the script's last line; next receives
   // the index of the line after the layer.
-  void setup(const AI_DOCUMENT& doc, int start, int script_last, int* next);
+  void setup(const TEMPLATE& tpl, int start, int script_last, int* next, POINT_TEXT_READER& reader);
   // A layer over the lines first to last whatever they hold: the art of a document without
   // layer comments, for "-keep".
-  void setup_unmarked(const AI_DOCUMENT& doc, int first, int last);
-  void print_new(const AI_DOCUMENT& doc, Output& out) const;
-
-  void setup_replace_text(const char* id, const TAB_TEXT& table);
-  void setup_replace_text(const TAB_TEXT& table);
-  void setup_replace_placed_art(const char* id, const TAB_TEXT& table);
-  void report_unreplaced() const;
-  void restore_analysed();
-
-  int text_count() const { return static_cast<int>(texts.size()); }
-  int placed_art_count() const { return static_cast<int>(placed_arts.size()); }
-  const AI_TEXT& text(int index) const { return texts[static_cast<size_t>(index)]; }
-  const AI_PLACED_ART& placed_art(int index) const {
-    return *placed_arts[static_cast<size_t>(index)];
-  }
+  void setup_unmarked(const TEMPLATE& tpl, int first, int last, POINT_TEXT_READER& reader);
+  void print_new(const TEMPLATE& tpl, Output& out) const;
+  // Adds the layer's replaceable objects to objects: its texts, then its placed art.
+  void list(int number, REPLACEABLES& objects);
 
  private:
-  void setup_text(const AI_DOCUMENT& doc);
-  void setup_placed_art(const AI_DOCUMENT& doc);
+  void setup_text(const TEMPLATE& tpl, POINT_TEXT_READER& reader);
+  void setup_placed_art(const TEMPLATE& tpl);
 
   // By value: a layer may hold a hundred thousand texts, most of them a few lines each.
   std::vector<AI_TEXT> texts;
   std::vector<std::unique_ptr<AI_PLACED_ART>> placed_arts;
 };
-
-// Whether word is one of the line's words (as TOKEN splits them at " ").
-bool holds_word(std::string_view line, std::string_view word);

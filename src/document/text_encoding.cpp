@@ -13,7 +13,7 @@ constexpr std::string_view kVectorStart = "39/quotesingle 96/grave ";
 const char* template_text_encoding(const AI_DOCUMENT& doc) {
   const AI_SETUP& setup = doc.get_script()->setup_section;
   for (int i = setup.first_line; i <= setup.last_line; ++i) {
-    std::string_view line = doc.line(i);
+    std::string_view line = doc.text().line(i);
     if (line.substr(0, kVectorStart.size()) != kVectorStart) continue;
     line.remove_prefix(kVectorStart.size());
     for (std::string_view windows : {"128/Euro", "130/quotesinglbase"}) {

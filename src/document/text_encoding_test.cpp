@@ -6,13 +6,16 @@
 #include <string>
 
 #include "document/ai_document.h"
+#include "text/point_text_reader.h"
 
 namespace {
 
 const char* encoding_of_setup(const std::string& setup_lines) {
-  AI_DOCUMENT doc("%!PS-Adobe-3.0\r%%EndProlog\r%%BeginSetup\r" + setup_lines +
-                  "%%EndSetup\r%%PageTrailer\r%%Trailer\r%%EOF\r");
-  doc.analyze_doc();
+  AI_DOCUMENT doc(std::make_unique<TEMPLATE>("%!PS-Adobe-3.0\r%%EndProlog\r%%BeginSetup\r" +
+                                             setup_lines +
+                                             "%%EndSetup\r%%PageTrailer\r%%Trailer\r%%EOF\r"));
+  POINT_TEXT_READER reader;
+  doc.analyze_doc(reader);
   return template_text_encoding(doc);
 }
 
@@ -38,8 +41,9 @@ TEST(TextEncodingTest, WindowsFilesOfTheSharedCorpus) {
   if (!corpus || !std::filesystem::is_directory(corpus)) GTEST_SKIP() << "no shared corpus";
   for (const char* name : {"aspose-ai_one_text_3_ai32.ai", "ldp-linux-faq-small_ai4win.eps"}) {
     const std::string path = std::string(corpus) + "/" + name;
-    AI_DOCUMENT doc(AI_DOCUMENT::read_file(path.c_str()));
-    doc.analyze_doc();
+    AI_DOCUMENT doc(std::make_unique<TEMPLATE>(TEMPLATE::read_file(path.c_str())));
+    POINT_TEXT_READER reader;
+    doc.analyze_doc(reader);
     EXPECT_STREQ("WINDOWS-1252", template_text_encoding(doc)) << name;
   }
 }

@@ -1,13 +1,13 @@
-// ormel: merges tab-delimited tables into an Illustrator template and writes the new
-// document to standard output.
+// ormel: merges tables into an Illustrator template and writes the new document to standard
+// output, or its documents to files.
 #include <unistd.h>
 #include <cstdio>
 #include <exception>
 #include <string>
 #include <vector>
 
-#include "driver/diagnostics.h"
 #include "driver/run.h"
+#include "support/error.h"
 #include "support/output.h"
 
 int main(int argc, char** argv) {
@@ -15,8 +15,7 @@ int main(int argc, char** argv) {
   try {
     Output out(STDOUT_FILENO);
     std::vector<std::string> args(argv, argv + argc);
-    leave_document_to_exit = true;
-    int status = run(args, out, diagnostics);
+    int status = run(args, out, diagnostics, true);
     out.flush();
     std::fputs(diagnostics.c_str(), stderr);
     return status;

@@ -1,38 +1,24 @@
-// The process-wide settings, set only by the command line and reset at the start of every
-// run, so that one process can drive several runs (tests, fuzzing).
+// The command line's options, read into the run's SETTINGS. Options are matched by prefix in
+// a fixed order, the first that matches applies, and an argument that matches none is
+// ignored: a new option's name must neither begin with an existing one nor be a prefix of
+// one.
 #pragma once
 
 #include <string>
 
-extern int option_rx;                // 1: placeholders of the syntax that also names a font
-extern int option_rm;                // 1: remove placeholders and placed art without a cell
-extern std::string option_fit;       // "min" fits new placed art inside its frame
-extern std::string option_refpt;     // the corner of the frame new placed art is aligned to
-extern std::string option_home_dir;  // placed-art cells are paths below this directory
-extern int option_report;            // 1: report what became of each placeholder
-extern int option_keep;              // 1: copy the template whole, rewrite only what changed
+#include "support/settings.h"
 
-// How table files are read: bytes as they stand, or Unicode text of tab- or comma-separated
-// values converted into the document's encoding.
-enum class TABLE_FORM { raw, tsv, csv };
-extern TABLE_FORM option_table;
-extern std::string option_encoding;  // the document's text encoding; empty: as the template says
+class Output;
 
-// Batches: one document per block of table rows, written to files named from a pattern.
-extern int option_each;          // rows per document; 0: one document from whole tables
-extern long long option_skip;    // header rows of every table, never merged
-extern std::string option_out;   // where documents go; empty: standard output
-extern long long option_shard;   // this process makes documents k with (k - 1) mod
-extern long long option_shards;  //   option_shards = option_shard - 1; 0: all of them
+// What reading an option asks of the run.
+enum class OPTION_OUTCOME { go_on, done, usage_error };
 
-constexpr size_t kFitCapacity = 15;
-constexpr size_t kRefptCapacity = 15;
-constexpr size_t kHomeDirCapacity = 255;
-constexpr int kMaxEach = 1024;
+// Applies one option to settings. A value beyond a setting's capacity, or one that is not
+// allowed, is a usage error, its reason (if it has one) added to diagnostics as a line;
+// "-v" writes the version to out and is done.
+OPTION_OUTCOME apply_option(const std::string& arg, SETTINGS& settings, Output& out,
+                            std::string& diagnostics);
 
-void reset_options();
-
-// Whether an argument is the option that prefix names (options are matched by prefix).
-bool starts_with(const std::string& arg, const char* prefix);
-// A whole number written in decimal digits alone (at most 18 of them) and at most max.
-bool read_decimal(const std::string& text, long long max, long long* value);
+// The combinations of batch options that cannot run ("-each" without "-out", "-shard"
+// without "-each"): false with the reason added to diagnostics.
+bool check_batch_options(const SETTINGS& settings, std::string& diagnostics);

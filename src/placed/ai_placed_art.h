@@ -5,9 +5,9 @@
 
 #include <memory>
 
-class AI_DOCUMENT;
 class AI_PLACED_ART_REPLACE;
 class Output;
+class TEMPLATE;
 
 class AI_PLACED_ART {
  public:
@@ -15,8 +15,8 @@ class AI_PLACED_ART {
   ~AI_PLACED_ART();
   // start is the line that holds "%AI5_BeginPlace", end the layer's last line (the bound
   // of the search); next receives the index of the "%AI5_EndPlace" line.
-  void setup(const AI_DOCUMENT& doc, int start, int end, int* next);
-  void print_new(const AI_DOCUMENT& doc, Output& out, int* last) const;
+  void setup(const TEMPLATE& tpl, int start, int end, int* next);
+  void print_new(Output& out, int* last) const;
 
   int first_line = 0;
   int last_line = 0;

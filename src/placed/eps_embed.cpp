@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <cstdint>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 namespace {
 
 uint32_t little_endian(std::string_view bytes, size_t at) {

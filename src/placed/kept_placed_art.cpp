@@ -3,14 +3,13 @@
 #include <cstdio>
 #include <vector>
 
-#include "document/ai_document.h"
-#include "driver/options.h"
-#include "placed/eps_embed.h"
+#include "placed/art_source.h"
 #include "placed/placed_art_replace.h"
 #include "support/escapes.h"
 #include "support/numbers.h"
 #include "support/patches.h"
 #include "support/report.h"
+#include "template/template.h"
 
 namespace {
 
@@ -29,13 +28,6 @@ bool shaped_as_placement(const std::vector<PS_TOKEN>& t) {
   return is(p[12], PS_KIND::string) || is(p[12], PS_KIND::hex_string);
 }
 
-int find_line(const AI_DOCUMENT& doc, int from, int to, const char* comment) {
-  const std::string_view wanted(comment);
-  return doc.find_comment_line(from, to, wanted.substr(0, 4), [&](std::string_view text) {
-    return text.substr(0, wanted.size()) == wanted;
-  });
-}
-
 }  // namespace
 
 std::string placement_number(double value) {
@@ -49,22 +41,21 @@ std::string placement_number(double value) {
   return number == "-0" ? "0" : number;
 }
 
-void KEPT_PLACEMENT::setup(const AI_DOCUMENT& doc, int first, int last,
-                           AI_PLACED_ART_REPLACE& art) {
-  block = doc.bytes_of_lines(first, last);
+void KEPT_PLACEMENT::setup(const TEMPLATE& tpl, int first, int last, AI_PLACED_ART_REPLACE& art) {
+  block = tpl.bytes_of_lines(first, last);
   std::vector<std::string_view> parts;
-  const int begin = find_line(doc, first, last - 1, "%%BeginDocument");
-  const int end = begin < 0 ? -1 : find_line(doc, begin + 1, last - 1, "%%EndDocument");
+  const int begin = tpl.find_comment(first, last - 1, "%%BeginDocument");
+  const int end = begin < 0 ? -1 : tpl.find_comment(begin + 1, last - 1, "%%EndDocument");
   if (end >= 0) {
-    const std::string_view line = doc.bytes_of_lines(begin, begin);
-    begin_document = doc.line(begin);
+    const std::string_view line = tpl.bytes_of_lines(begin, begin);
+    begin_document = tpl.line(begin);
     begin_line_end = line.substr(begin_document.size());
-    document_body = begin + 1 < end ? doc.bytes_of_lines(begin + 1, end - 1)
-                                    : doc.bytes_of_lines(end, end).substr(0, 0);
-    if (begin > first) parts.push_back(doc.bytes_of_lines(first, begin - 1));
-    if (end + 1 < last) parts.push_back(doc.bytes_of_lines(end + 1, last - 1));
+    document_body = begin + 1 < end ? tpl.bytes_of_lines(begin + 1, end - 1)
+                                    : tpl.bytes_of_lines(end, end).substr(0, 0);
+    if (begin > first) parts.push_back(tpl.bytes_of_lines(first, begin - 1));
+    if (end + 1 < last) parts.push_back(tpl.bytes_of_lines(end + 1, last - 1));
   } else if (first < last) {
-    parts.push_back(doc.bytes_of_lines(first, last - 1));
+    parts.push_back(tpl.bytes_of_lines(first, last - 1));
   }
   std::vector<PS_TOKEN> seen;
   for (std::string_view part : parts) {
@@ -93,9 +84,9 @@ void KEPT_PLACEMENT::setup(const AI_DOCUMENT& doc, int first, int last,
                    numbers[8].bytes, numbers[9].bytes, file_read);
 }
 
-void KEPT_PLACEMENT::patch(const AI_PLACED_ART_REPLACE& art, EMBEDDED_FILES& files,
+void KEPT_PLACEMENT::patch(const AI_PLACED_ART_REPLACE& art, ART_SOURCE& source, REPORT& report,
                            PATCHES& patches) const {
-  if (art.no_data == 1 && option_rm == 1) {
+  if (art.removed) {
     patches.replace(block, "");
     return;
   }
@@ -110,15 +101,15 @@ void KEPT_PLACEMENT::patch(const AI_PLACED_ART_REPLACE& art, EMBEDDED_FILES& fil
   // of a PostScript string.
   const std::string cell = now.substr(1, now.size() - 2);
   patches.replace(file.bytes, ps_string_like(file, ps_string_decode(cell)));
-  if (!begin_document.empty()) embed(cell, art.new_file, files, patches);
+  if (!begin_document.empty()) embed(cell, art.new_file, source, report, patches);
 }
 
 void KEPT_PLACEMENT::embed(const std::string& cell, const std::optional<std::string>& path,
-                           EMBEDDED_FILES& files, PATCHES& patches) const {
-  const std::optional<std::string_view> postscript = path ? files.postscript(*path) : std::nullopt;
+                           ART_SOURCE& source, REPORT& report, PATCHES& patches) const {
+  const std::optional<std::string_view> postscript = path ? source.postscript(*path) : std::nullopt;
   if (!postscript) {
-    run_report().note("placed art", "(" + cell + ")",
-                      "old embedded art kept, cannot read " + (path ? *path : cell));
+    report.note("placed art", "(" + cell + ")",
+                "old embedded art kept, cannot read " + (path ? *path : cell));
     return;
   }
   std::string name = ps_string_decode(cell);

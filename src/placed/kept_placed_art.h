@@ -13,10 +13,11 @@
 
 #include "support/ps_tokens.h"
 
-class AI_DOCUMENT;
 class AI_PLACED_ART_REPLACE;
-class EMBEDDED_FILES;
+class ART_SOURCE;
 class PATCHES;
+class REPORT;
+class TEMPLATE;
 
 // A rewritten number: fixed-point with at most six decimals, without trailing zeros.
 std::string placement_number(double value);
@@ -24,14 +25,16 @@ std::string placement_number(double value);
 class KEPT_PLACEMENT {
  public:
   // Reads lines first..last-1 of the block (last holds "%AI5_EndPlace") into art.
-  void setup(const AI_DOCUMENT& doc, int first, int last, AI_PLACED_ART_REPLACE& art);
-  // The patches that bring the block's bytes to what art holds now. An EPS file that
-  // cannot be embedded leaves the old embedded art, with a note in the report.
-  void patch(const AI_PLACED_ART_REPLACE& art, EMBEDDED_FILES& files, PATCHES& patches) const;
+  void setup(const TEMPLATE& tpl, int first, int last, AI_PLACED_ART_REPLACE& art);
+  // The patches that bring the block's bytes to what art holds now, the new art's
+  // PostScript taken from source. Art that cannot be embedded leaves the old embedded art,
+  // with a note in the report.
+  void patch(const AI_PLACED_ART_REPLACE& art, ART_SOURCE& source, REPORT& report,
+             PATCHES& patches) const;
 
  private:
-  void embed(const std::string& cell, const std::optional<std::string>& path, EMBEDDED_FILES& files,
-             PATCHES& patches) const;
+  void embed(const std::string& cell, const std::optional<std::string>& path, ART_SOURCE& source,
+             REPORT& report, PATCHES& patches) const;
 
   std::string_view block;  // the block's lines, line ends included
   bool placed = false;     // whether the placement was read

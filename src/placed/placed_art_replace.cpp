@@ -7,19 +7,19 @@
 #include <optional>
 #include <string>
 
-#include "document/ai_document.h"
-#include "driver/diagnostics.h"
-#include "driver/options.h"
+#include "placed/art_source.h"
 #include "placed/eps_path.h"
 #include "placed/epsf_info.h"
 #include "support/numbers.h"
 #include "support/output.h"
 #include "support/patterns.h"
 #include "support/report.h"
+#include "support/settings.h"
 #include "support/stack.h"
 #include "support/strings.h"
 #include "support/token.h"
 #include "table/tab_text.h"
+#include "template/template.h"
 
 namespace {
 
@@ -62,8 +62,8 @@ EXTENT extent(const POINT p[4]) {
 
 // How far the scaled art must move to meet the frame at the reference point; the centre,
 // unless a corner is named, is the middle of the first diagonal of each.
-POINT refpt_offset(const POINT frame[4], const EXTENT& f, const POINT art[4], const EXTENT& e) {
-  const std::string& refpt = option_refpt;
+POINT refpt_offset(const std::string& refpt, const POINT frame[4], const EXTENT& f,
+                   const POINT art[4], const EXTENT& e) {
   if (refpt == "lowerleft") return {f.min_x - e.min_x, f.min_y - e.min_y};
   if (refpt == "lowerright") return {f.max_x - e.max_x, f.min_y - e.min_y};
   if (refpt == "upperright") return {f.max_x - e.max_x, f.max_y - e.max_y};
@@ -85,32 +85,24 @@ std::string with_scale(const char* format, double scale) {
   return text;
 }
 
-// The box of the EPS file at path, if it has a usable one.
-std::optional<EPS_BBOX> new_art_box(const std::optional<std::string>& path) {
-  if (!path) return std::nullopt;
-  EPSF_INFO info(*path);
-  if (info.analyze() != 0) return std::nullopt;
-  return info.get_HiResBoundingBox();
-}
-
 }  // namespace
 
-void AI_PLACED_ART_REPLACE::setup(const AI_DOCUMENT& doc, int first, int last) {
+void AI_PLACED_ART_REPLACE::setup(const TEMPLATE& tpl, int first, int last) {
+  if (tpl.keeps_bytes()) {
+    kept_placement = std::make_unique<KEPT_PLACEMENT>();
+    kept_placement->setup(tpl, first, last, *this);
+    return;
+  }
   STACK stack;
   TOKEN token;
   for (int i = first; i < last; ++i) {
-    token.init(doc.line(i), " ");
+    token.init(tpl.line(i), " ");
     std::string_view word;
     while (token.next(&word)) {
       stack.push_bounded(word, kWordsKept);
       read_word(stack);
     }
   }
-}
-
-void AI_PLACED_ART_REPLACE::setup_kept(const AI_DOCUMENT& doc, int first, int last) {
-  kept = std::make_unique<KEPT_PLACEMENT>();
-  kept->setup(doc, first, last, *this);
 }
 
 // The placement is written "[a b c d tx ty] llx lly urx ury (file) `": the brackets stick
@@ -140,7 +132,7 @@ void AI_PLACED_ART_REPLACE::setup_bquote(std::string_view a, std::string_view b,
 }
 
 void AI_PLACED_ART_REPLACE::print(Output& out) const {
-  if (no_data == 1 && option_rm == 1) return;
+  if (removed) return;
   out.printf("%s%s", "%AI5_BeginPlace", "\r");
   out.printf("%s%d%s", "%%FileType:", file_type, "\r");
   bquote.print(out);
@@ -150,12 +142,13 @@ void AI_PLACED_ART_REPLACE::print(Output& out) const {
 
 // The file string's base name, less its closing parenthesis, is what the placeholder is
 // looked for in; an empty file string has none.
-void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table) {
+void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table,
+                                         ART_REPLACING& with) {
   const std::string name = base_name_of(bquote.file_string);
   const std::optional<std::string> placeholder = find_name_placeholder(id, name);
   if (!placeholder) return;
-  if (option_each > 0) {
-    analysed.keep([this] { return SUBSTITUTED(bquote, no_data, new_file, reached); });
+  if (with.settings.each > 0) {
+    analysed.keep([this] { return SUBSTITUTED(bquote, no_data, removed, new_file, reached); });
   }
   reached = true;
   int row = 0;
@@ -163,25 +156,28 @@ void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table) 
   name_rowcol(name.c_str(), &row, &col);
   const char* cell =
       table.get_field(static_cast<long long>(row) - 1, static_cast<long long>(col) - 1);
-  REPORT& report = run_report();
+  REPORT& report = with.report;
   if (!cell || !*cell) {
     no_data = 1;
-    report.add("placed art", *placeholder, row, col, option_rm == 1 ? "removed" : "kept: no cell");
+    removed = with.settings.rm;
+    report.add("placed art", *placeholder, row, col, removed ? "removed" : "kept: no cell");
     return;
   }
   bquote.file_string = std::string("(") + cell + ")";
-  new_file = local_eps_path(cell, option_home_dir, table.escaped());
-  const std::optional<EPS_BBOX> art = new_art_box(new_file);
-  report.add("placed art", *placeholder, row, col,
-             "replaced, " + (art ? fit(*art) : std::string("file not found")));
+  NEW_ART art = with.source.find(cell, table.escaped());
+  new_file = std::move(art.path);
+  report.add(
+      "placed art", *placeholder, row, col,
+      "replaced, " + (art.box ? fit(*art.box, with.settings) : std::string("file not found")));
 }
 
 void AI_PLACED_ART_REPLACE::restore_analysed() {
-  analysed.restore(
-      [this](const SUBSTITUTED& state) { std::tie(bquote, no_data, new_file, reached) = state; });
+  analysed.restore([this](const SUBSTITUTED& state) {
+    std::tie(bquote, no_data, removed, new_file, reached) = state;
+  });
 }
 
-void AI_PLACED_ART_REPLACE::report_unreplaced() const {
+void AI_PLACED_ART_REPLACE::report_unreplaced(REPORT& report) const {
   if (reached) return;
   const std::string name = base_name_of(bquote.file_string);
   const std::optional<std::string> placeholder = find_name_placeholder(nullptr, name);
@@ -189,12 +185,12 @@ void AI_PLACED_ART_REPLACE::report_unreplaced() const {
   int row = 0;
   int col = 0;
   name_rowcol(name.c_str(), &row, &col);
-  run_report().add("placed art", *placeholder, row, col, "kept: no table for its identifier");
+  report.add("placed art", *placeholder, row, col, "kept: no table for its identifier");
 }
 
 // One scale for both axes, the smaller ratio of frame to art ("-fit=min") or the larger,
 // then a move to the reference point; the new file's box becomes the placement's box.
-std::string AI_PLACED_ART_REPLACE::fit(const EPS_BBOX& art) {
+std::string AI_PLACED_ART_REPLACE::fit(const EPS_BBOX& art, const SETTINGS& settings) {
   double* const m = bquote.matrix;
   const double* const box = bquote.bbox;
   POINT frame[4];
@@ -209,7 +205,7 @@ std::string AI_PLACED_ART_REPLACE::fit(const EPS_BBOX& art) {
   const double sx = (f.max_x - f.min_x) / art_width;
   const double sy = (f.max_y - f.min_y) / art_height;
   double s;
-  if (option_fit == "min") {
+  if (settings.fit == "min") {
     s = sx < sy ? sx : sy;
   } else {
     s = sx > sy ? sx : sy;
@@ -221,7 +217,7 @@ std::string AI_PLACED_ART_REPLACE::fit(const EPS_BBOX& art) {
   }
   corners(m, art.llx, art.lly, art.urx, art.ury, placed);
   e = extent(placed);
-  const POINT offset = refpt_offset(frame, f, placed, e);
+  const POINT offset = refpt_offset(settings.refpt, frame, f, placed, e);
   m[4] = offset.x + frame[0].x;
   m[5] = offset.y + frame[0].y;
   bquote.bbox[0] = art.llx;

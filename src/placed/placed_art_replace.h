@@ -13,37 +13,43 @@
 #include "placed/op_bquote.h"
 #include "support/analysed_state.h"
 
-class AI_DOCUMENT;
-class EMBEDDED_FILES;
+class ART_SOURCE;
 class Output;
-class PATCHES;
+class REPORT;
 class STACK;
 class TAB_TEXT;
+class TEMPLATE;
 struct EPS_BBOX;
+struct SETTINGS;
+
+// What pointing placed art at new art needs of its run.
+struct ART_REPLACING {
+  const SETTINGS& settings;
+  REPORT& report;
+  ART_SOURCE& source;
+};
 
 class AI_PLACED_ART_REPLACE {
  public:
   static constexpr char kEndOperator[] = "~";
 
-  // Parses the words of lines first up to, not including, last.
-  void setup(const AI_DOCUMENT& doc, int first, int last);
-  // The same for "-keep", which rewrites the template's bytes rather than printing anew.
-  void setup_kept(const AI_DOCUMENT& doc, int first, int last);
-  void patch_kept(EMBEDDED_FILES& files, PATCHES& patches) const {
-    kept->patch(*this, files, patches);
-  }
+  // Parses lines first up to, not including, last, as the template was read: their words,
+  // or for "-keep" their PostScript tokens, remembering where each stands.
+  void setup(const TEMPLATE& tpl, int first, int last);
   // The ten number words are read as numbers; file is kept as written.
   void setup_bquote(std::string_view a, std::string_view b, std::string_view c, std::string_view d,
                     std::string_view tx, std::string_view ty, std::string_view llx,
                     std::string_view lly, std::string_view urx, std::string_view ury,
                     std::string_view file);
-  // If the file name holds a placeholder for id: takes its cell as the new file, reads that
-  // file's box below the home directory and fits the new art into the old frame.
-  void setup_tabtxt(const char* id, const TAB_TEXT& table);
-  // The block's six lines, or nothing when it has no data and "-rm=y" removes it.
+  // If the file name holds a placeholder for id: takes its cell as the new file, finds that
+  // art through the source and fits it into the old frame.
+  void setup_tabtxt(const char* id, const TAB_TEXT& table, ART_REPLACING& with);
+  // The block's six lines, or nothing when it was removed for want of data ("-rm=y").
   void print(Output& out) const;
   // Reports the placeholder of the file name when no table argument reached it.
-  void report_unreplaced() const;
+  void report_unreplaced(REPORT& report) const;
+  // Where "-keep" read the block's tokens; null in the default reading.
+  const KEPT_PLACEMENT* kept() const { return kept_placement.get(); }
   // Returns to the placement as analysed, for the next document of a batch ("-each=").
   void restore_analysed();
 
@@ -53,18 +59,20 @@ class AI_PLACED_ART_REPLACE {
   int file_type = 0;
   OP_BQUOTE bquote;
   int no_data = 0;
+  // Whether the block goes, having no data under "-rm=y".
+  bool removed = false;
   // The file on the local disk that the last cell named, if it can name one.
   std::optional<std::string> new_file;
 
  private:
   void read_word(const STACK& stack);
   // Fits the new art and says how, for the report.
-  std::string fit(const EPS_BBOX& art);
+  std::string fit(const EPS_BBOX& art, const SETTINGS& settings);
 
   // Whether a table argument's identifier matched the file name.
   bool reached = false;
-  std::unique_ptr<KEPT_PLACEMENT> kept;
-  // What a cell changes: the placement, no_data, new_file and reached.
-  using SUBSTITUTED = std::tuple<OP_BQUOTE, int, std::optional<std::string>, bool>;
+  std::unique_ptr<KEPT_PLACEMENT> kept_placement;
+  // What a cell changes: the placement, no_data, removed, new_file and reached.
+  using SUBSTITUTED = std::tuple<OP_BQUOTE, int, bool, std::optional<std::string>, bool>;
   ANALYSED_STATE<SUBSTITUTED> analysed;
 };

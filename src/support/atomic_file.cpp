@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 
 namespace {
 

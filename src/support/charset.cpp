@@ -2,7 +2,7 @@
 
 #include <cerrno>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <cstring>
 #include <utility>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <unistd.h>
 #include <string>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 #include "support/test_temp_dir.h"
 
 // Mapped files, pipes and memory give the same bytes, also once moved. (The golden cases

@@ -82,3 +82,15 @@ double to_double(std::string_view text) {
   double value;
   return plain_decimal(text, &value) ? value : by_strtod(text);
 }
+
+bool read_decimal(std::string_view text, long long max, long long* value) {
+  if (text.empty() || text.size() > 18) return false;
+  long long read = 0;
+  for (char c : text) {
+    if (c < '0' || c > '9') return false;
+    read = read * 10 + (c - '0');
+  }
+  if (read > max) return false;
+  *value = read;
+  return true;
+}

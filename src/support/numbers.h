@@ -8,3 +8,5 @@
 
 int to_int(std::string_view text);
 double to_double(std::string_view text);
+// A whole number written in decimal digits alone (at most 18 of them) and at most max.
+bool read_decimal(std::string_view text, long long max, long long* value);

@@ -13,7 +13,7 @@
 #include <cstring>
 #include <vector>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 
 void Output::write_kept(std::string_view bytes) {
   if (fd < 0) {

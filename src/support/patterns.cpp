@@ -5,7 +5,7 @@
 #include <climits>
 #include <map>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 #include "support/numbers.h"
 #include "support/regex.h"
 #include "support/strings.h"

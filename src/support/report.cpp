@@ -21,8 +21,3 @@ void REPORT::note(const char* kind, const std::string& subject, const std::strin
 void REPORT::add_line(const std::string& line) {
   if (on) lines += line + "\n";
 }
-
-REPORT& run_report() {
-  static REPORT report;
-  return report;
-}

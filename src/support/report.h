@@ -25,6 +25,3 @@ class REPORT {
   int layer = 0;
   std::string lines;
 };
-
-// The report of the current run.
-REPORT& run_report();

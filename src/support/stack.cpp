@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 
 // Puts the words back in order from the first slot and adds an empty slot at the end.
 void STACK::grow() {

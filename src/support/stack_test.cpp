@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 
 namespace {
 

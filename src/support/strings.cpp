@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 
 void MY_STRING::cat(std::optional<std::string>& head, const char* tail) {
   if (!tail) return;
@@ -37,10 +37,10 @@ std::string MY_STRING::replace(std::string_view text, std::string_view from, std
   return out;
 }
 
-void MY_STRING::replace_in(std::string& text, std::string_view from, std::string_view to) {
-  static std::string replaced;
-  replace_into(replaced, text, from, to);
-  text.swap(replaced);
+void MY_STRING::replace_in(std::string& text, std::string_view from, std::string_view to,
+                           std::string& room) {
+  replace_into(room, text, from, to);
+  text.swap(room);
 }
 
 std::string_view MY_STRING::next_digits(std::string_view text, size_t* from) {

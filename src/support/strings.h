@@ -13,10 +13,11 @@ class MY_STRING {
   // text with every occurrence of from (left to right, not overlapping) replaced by to.
   // An empty from fails the run.
   static std::string replace(std::string_view text, std::string_view from, std::string_view to);
-  // The same in place. The room of text's old bytes is kept for the next call, so a caller
-  // that replaces in many texts allocates only while they grow. from and to must not view
-  // text.
-  static void replace_in(std::string& text, std::string_view from, std::string_view to);
+  // The same in place, written through room (which receives text's old bytes): a caller
+  // that keeps room for many texts allocates only while they grow. from and to must not
+  // view text.
+  static void replace_in(std::string& text, std::string_view from, std::string_view to,
+                         std::string& room);
   // The first run of decimal digits at or after *from, moving *from past it; the empty text
   // (and *from at the end) when there is none.
   static std::string_view next_digits(std::string_view text, size_t* from);
@@ -31,3 +32,8 @@ class MY_STRING {
   std::string_view delim;
   std::string_view rest;
 };
+
+// Whether text begins with prefix (options are matched by prefix).
+inline bool starts_with(std::string_view text, std::string_view prefix) {
+  return text.substr(0, prefix.size()) == prefix;
+}

@@ -48,3 +48,15 @@ const char* TOKEN::find_long_delim(const char* from) const {
 bool TOKEN::starts_with_delim(const char* p) const {
   return static_cast<size_t>(end - p) >= delim_len && std::memcmp(p, delim, delim_len) == 0;
 }
+
+bool holds_word(std::string_view line, std::string_view word) {
+  // Most lines cannot hold the word at all; only those that do are split into words.
+  if (line.find(word) == std::string_view::npos) return false;
+  TOKEN token;
+  token.init(line, " ");
+  std::string_view w;
+  while (token.next(&w)) {
+    if (w == word) return true;
+  }
+  return false;
+}

@@ -46,3 +46,6 @@ class TOKEN {
   size_t delim_len = 0;
   const char* cursor = nullptr;
 };
+
+// Whether word is one of the line's words (as TOKEN splits them at " ").
+bool holds_word(std::string_view line, std::string_view word);

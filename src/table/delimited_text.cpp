@@ -2,8 +2,8 @@
 
 #include <cstdio>
 
-#include "driver/diagnostics.h"
 #include "support/charset.h"
+#include "support/error.h"
 #include "support/escapes.h"
 #include "table/tab_text.h"
 

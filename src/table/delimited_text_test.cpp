@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "driver/diagnostics.h"
 #include "support/charset.h"
+#include "support/error.h"
 #include "table/tab_text.h"
 #include "table/unicode_text.h"
 

@@ -31,12 +31,12 @@ std::vector<std::string> string_hazards(std::string_view cell) {
   return found;
 }
 
-void report_string_hazards(const std::string& file, const TAB_TEXT& table) {
+void report_string_hazards(const std::string& file, const TAB_TEXT& table, REPORT& report) {
   for (long long row = 0; row < table.rec_count(); ++row) {
     for (long long col = 0; const char* cell = table.get_field(row, col); ++col) {
       for (const std::string& finding : string_hazards(cell)) {
-        run_report().add_line(file + ": row " + std::to_string(row + 1) + ", column " +
-                              std::to_string(col + 1) + ": " + finding);
+        report.add_line(file + ": row " + std::to_string(row + 1) + ", column " +
+                        std::to_string(col + 1) + ": " + finding);
       }
     }
   }

@@ -8,12 +8,13 @@
 #include <string_view>
 #include <vector>
 
+class REPORT;
 class TAB_TEXT;
 
 // What in cell would break the string it is inserted into, or brings a carriage return
 // into it, one text per finding.
 std::vector<std::string> string_hazards(std::string_view cell);
 
-// Adds to the run's report a line "FILE: row R, column C: FINDING" for every finding in
-// every cell of table; file is the table's name as given.
-void report_string_hazards(const std::string& file, const TAB_TEXT& table);
+// Adds to report a line "FILE: row R, column C: FINDING" for every finding in every cell of
+// table; file is the table's name as given.
+void report_string_hazards(const std::string& file, const TAB_TEXT& table, REPORT& report);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 #include "support/file_io.h"
 
 void TAB_TEXT_REC::setup(char* line) {

@@ -6,9 +6,10 @@
 
 #include "support/arena.h"
 
-class AI_DOCUMENT;
 class AI_TEXT_REPLACE;
 class Output;
+class POINT_TEXT_READER;
+class TEMPLATE;
 
 class AI_TEXT {
  public:
@@ -17,15 +18,13 @@ class AI_TEXT {
   AI_TEXT& operator=(AI_TEXT&&) noexcept;
   ~AI_TEXT();
   // line is the object's "To" line, layer_last the layer's last line, the bound of the
-  // search for "TO"; next receives the index of the line after the "TO" line.
-  void setup(const AI_DOCUMENT& doc, int line, int layer_last, int* next);
-  void print_new(const AI_DOCUMENT& doc, Output& out, int* last) const;
+  // search for "TO"; next receives the index of the line after the "TO" line. A point text
+  // that may hold a placeholder is read through reader.
+  void setup(const TEMPLATE& tpl, int line, int layer_last, int* next, POINT_TEXT_READER& reader);
+  void print_new(const TEMPLATE& tpl, Output& out, int* last) const;
 
   int first_line = 0;
   int last_line = 0;
   int text_type = 0;
   IN_RESOURCE<AI_TEXT_REPLACE> replace;
-
- private:
-  void print_text(const AI_DOCUMENT& doc, Output& out) const;
 };

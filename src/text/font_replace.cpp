@@ -1,7 +1,7 @@
 // Font replacement and the numeral-font encoding of a point text.
 #include <string>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 #include "support/escapes.h"
 #include "support/patterns.h"
 #include "support/regex.h"
@@ -27,7 +27,7 @@ std::string first_digits(const std::string& text) {
 }  // namespace
 
 // A placeholder that lies whole inside one run and names a font gives that run the font.
-void AI_POINT_TEXT::font_replace(const char* pattern) {
+void AI_POINT_TEXT::font_replace(const char* pattern, const REPORT& report) {
   MY_REGEX regex;
   if (!regex.compile(pattern)) {
     fail("%sAI_POINT_TEXT:font_replace( char * ):regex compile error\n",
@@ -46,7 +46,7 @@ void AI_POINT_TEXT::font_replace(const char* pattern) {
     if (font.empty() || !run.has(TEXT_OP::Tf)) continue;
     run.font_name = font;
     run.font_replaced = true;
-    if (run_report().enabled()) report_notes().fonts_set[match] = font;
+    if (report.enabled()) report_notes().fonts_set[match] = font;
   }
 }
 

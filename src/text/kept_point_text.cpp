@@ -1,17 +1,11 @@
 #include "text/kept_point_text.h"
 
-#include "document/ai_document.h"
-#include "driver/diagnostics.h"
 #include "support/escapes.h"
 #include "support/patches.h"
-#include "support/patterns.h"
-#include "support/stack.h"
 #include "text/point_text.h"
+#include "text/point_text_reader.h"
 
 namespace {
-
-// As in the default reading: each operator sees the words read since the previous one.
-constexpr int kStackBound = 10;
 
 bool is_string(const PS_TOKEN& token) {
   return token.kind == PS_KIND::string || token.kind == PS_KIND::hex_string;
@@ -19,12 +13,10 @@ bool is_string(const PS_TOKEN& token) {
 
 }  // namespace
 
-bool KEPT_POINT_TEXT::setup(const AI_DOCUMENT& doc, int first, int last,
+void KEPT_POINT_TEXT::setup(std::string_view bytes, POINT_TEXT_READER& reader,
                             AI_POINT_TEXT& point_text) {
-  static STACK stack(true);
-  stack.clear();
   point_text.read_decoded();
-  PS_TOKENIZER tokens(doc.bytes_of_lines(first, last - 1));
+  PS_TOKENIZER tokens(bytes);
   PS_TOKEN token{};
   PS_TOKEN previous{PS_KIND::comment, {}};
   // A font is the name among the operands of its operator: the last one since the operator
@@ -33,24 +25,16 @@ bool KEPT_POINT_TEXT::setup(const AI_DOCUMENT& doc, int first, int last,
   while (tokens.next(&token)) {
     if (token.kind == PS_KIND::comment) continue;
     // A string is the model's operand only in name: its bytes are taken from the token.
-    stack.push_bounded(is_string(token) ? std::string_view("()") : token.bytes, kStackBound);
+    const bool executable = token.kind == PS_KIND::executable;
+    const TEXT_OP op = reader.read(is_string(token) ? std::string_view("()") : token.bytes,
+                                   executable, point_text);
     if (token.kind == PS_KIND::literal_name) font_name = token.bytes;
-    if (token.kind == PS_KIND::executable) {
-      const TEXT_OP op = text_operator(token.bytes);
-      if (op != TEXT_OP::none) {
-        point_text.setup(op, stack);
-        stack.free_all();
-        file(op, is_string(previous) ? &previous : nullptr, font_name, point_text);
-      }
-      font_name = {};
-    }
+    if (op != TEXT_OP::none)
+      file(op, is_string(previous) ? &previous : nullptr, font_name, point_text);
+    if (executable) font_name = {};
     previous = token;
   }
   runs.resize(point_text.runs().size());
-  const std::optional<std::string> joined = point_text.TxTXstring(nullptr);
-  if (!joined || !holds_plain_placeholder(*joined)) return false;
-  if (stack.overlong_seen()) fail("STACK_OBJ::str size error\n");
-  return true;
 }
 
 // A run's string is its Tx or TX operand as decoded bytes; a run whose operand is no string

@@ -14,15 +14,14 @@
 #include "support/ps_tokens.h"
 #include "textattr/text_operator.h"
 
-class AI_DOCUMENT;
 class AI_POINT_TEXT;
 class PATCHES;
+class POINT_TEXT_READER;
 
 class KEPT_POINT_TEXT {
  public:
-  // Parses lines first..last-1 (the "TO" line is not read) into point_text. Returns whether
-  // its strings hold a placeholder.
-  bool setup(const AI_DOCUMENT& doc, int first, int last, AI_POINT_TEXT& point_text);
+  // Reads the text's bytes (its lines but the "TO" line) into point_text through reader.
+  void setup(std::string_view bytes, POINT_TEXT_READER& reader, AI_POINT_TEXT& point_text);
   // The patches that bring the template's bytes to what point_text holds now.
   void patch(const AI_POINT_TEXT& point_text, PATCHES& patches) const;
 

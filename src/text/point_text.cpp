@@ -4,14 +4,14 @@
 #include <map>
 #include <string>
 
-#include "driver/diagnostics.h"
-#include "driver/options.h"
+#include "support/error.h"
 #include "support/escapes.h"
 #include "support/numbers.h"
 #include "support/output.h"
 #include "support/patterns.h"
 #include "support/regex.h"
 #include "support/report.h"
+#include "support/settings.h"
 #include "support/stack.h"
 #include "support/strings.h"
 #include "table/tab_text.h"
@@ -20,29 +20,16 @@ namespace {
 
 // A walk whose cells keep bringing back placeholders is stopped once it has met this many
 // placeholders (a kept one counts each time the walk starts again and passes it), or once
-// the texts that all walks of the run have produced add up to more than this many bytes
-// plus a multiple of the input: time and memory stay bounded by the input, however many
-// point texts share the same expanding cells.
+// the texts that all walks of the document have produced use up its EXPANSION_BUDGET: time
+// and memory stay bounded by the input, however many point texts share the same expanding
+// cells.
 constexpr int kMaxMatches = 100000;
-constexpr size_t kExpansionBytes = size_t{1} << 20;
-constexpr size_t kExpansionFactor = 16;
-
-// The bytes that the run's walks may still produce.
-size_t expansion_pool = kExpansionBytes;
 
 [[noreturn]] void endless_expansion(const std::string& match) {
   fail("endless expansion of placeholder %s\n", without_tabs(match).c_str());
 }
 
 }  // namespace
-
-void reset_expansion_pool(size_t input_bytes) {
-  expansion_pool = kExpansionBytes + kExpansionFactor * input_bytes;
-}
-
-void add_to_expansion_pool(size_t input_bytes) {
-  expansion_pool += kExpansionFactor * input_bytes;
-}
 
 void AI_POINT_TEXT::setup(TEXT_OP op, const STACK& stack) {
   switch (op) {
@@ -87,28 +74,32 @@ void AI_POINT_TEXT::print(Output& out) const {
   for (const AI_TxTX& run : TxTX) run.print(out);
 }
 
-std::optional<std::string> AI_POINT_TEXT::TxTXstring(const char* sep) const {
-  std::optional<std::string> text;
-  for (const AI_TxTX& run : TxTX) {
-    const std::string* str = run.string();
-    if (!str) continue;
-    if (text) MY_STRING::cat(text, sep);
-    MY_STRING::cat(text, str->c_str());
-  }
-  return text;
-}
-
-bool AI_POINT_TEXT::tab_joined(std::string& text) const {
+bool AI_POINT_TEXT::TxTXstring(std::string_view sep, std::string& text) const {
   bool any = false;
   text.clear();
   for (const AI_TxTX& run : TxTX) {
     const std::string* str = run.string();
     if (!str) continue;
-    if (any) text += '\t';
+    if (any) text += sep;
     text += *str;
     any = true;
   }
   return any;
+}
+
+const std::string* AI_POINT_TEXT::only_string(bool* several) const {
+  const std::string* only = nullptr;
+  *several = false;
+  for (const AI_TxTX& run : TxTX) {
+    const std::string* str = run.string();
+    if (!str) continue;
+    if (only) {
+      *several = true;
+      return nullptr;
+    }
+    only = str;
+  }
+  return only;
 }
 
 // False only when the text cannot hold a placeholder of id: an identifier of letters and
@@ -116,13 +107,9 @@ bool AI_POINT_TEXT::tab_joined(std::string& text) const {
 // every point text, and most hold no placeholder of its identifier.
 bool AI_POINT_TEXT::may_hold_placeholder(const char* id) const {
   if (!id || !plain_identifier(id)) return true;
-  const std::string* only = nullptr;
-  for (const AI_TxTX& run : TxTX) {
-    const std::string* str = run.string();
-    if (!str) continue;
-    if (only) return true;  // a placeholder may be spread over the runs
-    only = str;
-  }
+  bool several = false;
+  const std::string* only = only_string(&several);
+  if (several) return true;  // a placeholder may be spread over the runs
   if (!only || only->find('\t') != std::string::npos) return only != nullptr;
   const std::string_view key = id;
   for (size_t at = only->find(key); at != std::string::npos; at = only->find(key, at + 1)) {
@@ -131,45 +118,44 @@ bool AI_POINT_TEXT::may_hold_placeholder(const char* id) const {
   return false;
 }
 
-void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab) {
+void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab, TEXT_REPLACING& with) {
   if (notes) notes->fonts_set.clear();
   if (!may_hold_placeholder(id)) return;
-  if (option_each > 0) analysed.keep([this] { return TxTX; });
-  // Every text uses the same one: its room is made once.
-  static std::string text;
-  const bool any = tab_joined(text);
+  if (with.settings.each > 0) analysed.keep([this] { return TxTX; });
+  std::string& text = with.joined;
+  const bool any = TxTXstring("\t", text);
   const bool plain_id = !id || plain_identifier(id);
   // A text that no cell reached keeps its runs as they are.
   bool replaced = false;
-  if (option_rx == 1) {
+  if (with.settings.rx) {
     const char* pattern = placeholder_pattern(id, true);
-    font_replace(pattern);
-    if (any) replaced = setup_tabtxt_replace(text, pattern, plain_id, tab);
+    font_replace(pattern, with.report);
+    if (any) replaced = setup_tabtxt_replace(text, pattern, plain_id, tab, with);
   } else if (any && plain_id) {
     PLAIN_PLACEHOLDERS placeholders(id);
-    replaced = setup_tabtxt_walk(text, placeholders, true, tab);
+    replaced = setup_tabtxt_walk(text, placeholders, true, tab, with);
   } else if (any) {
-    replaced = setup_tabtxt_replace(text, placeholder_pattern(id, false), false, tab);
+    replaced = setup_tabtxt_replace(text, placeholder_pattern(id, false), false, tab, with);
   }
   if (replaced) setup_tabtxt_split(text);
   rimba_encode_tx();
 }
 
 bool AI_POINT_TEXT::setup_tabtxt_replace(std::string& text, const char* pattern, bool needs_dashes,
-                                         const TAB_TEXT& tab) {
+                                         const TAB_TEXT& tab, TEXT_REPLACING& with) {
   MY_REGEX regex;
   if (!regex.compile(pattern)) {
     fail("%sAI_POINT_TEXT:setup_tabtxt_replace( char *, char *, TAB_TEXT *):regex compile error\n",
          regex.error_text().c_str());
   }
-  return setup_tabtxt_walk(text, regex, needs_dashes, tab);
+  return setup_tabtxt_walk(text, regex, needs_dashes, tab, with);
 }
 
 // Each match is replaced everywhere in the text by its cell, followed by one tab when it
 // held one, so that the text after it stays in a run of its own; then the walk starts again.
 template <typename MATCHER>
 bool AI_POINT_TEXT::setup_tabtxt_walk(std::string& text, MATCHER& matcher, bool needs_dashes,
-                                      const TAB_TEXT& tab) {
+                                      const TAB_TEXT& tab, TEXT_REPLACING& with) {
   matcher.init_offset(text.c_str());
   int matches = 0;
   bool replaced = false;
@@ -179,14 +165,14 @@ bool AI_POINT_TEXT::setup_tabtxt_walk(std::string& text, MATCHER& matcher, bool 
     if (++matches > kMaxMatches) endless_expansion(match);
     long long row = 0;
     long long col = 0;
-    placeholder_cell(match, option_rx == 1, &row, &col);
+    placeholder_cell(match, with.settings.rx, &row, &col);
     const char* cell = tab.get_field(row - 1, col - 1);
     const bool no_cell = !cell || !*cell;
-    if (no_cell && option_rm != 1) {
-      if (kept.insert(match).second) report(match, row, col, "kept: no cell");
+    if (no_cell && !with.settings.rm) {
+      if (kept.insert(match).second) report(match, row, col, "kept: no cell", with.report);
       continue;
     }
-    report(match, row, col, no_cell ? "removed" : "replaced");
+    report(match, row, col, no_cell ? "removed" : "replaced", with.report);
     // A cell is the body of a PostScript string, as the template's strings are.
     std::string made;  // the cell decoded, or followed by a tab
     std::string_view replacement = cell ? cell : "";
@@ -194,25 +180,24 @@ bool AI_POINT_TEXT::setup_tabtxt_walk(std::string& text, MATCHER& matcher, bool 
     if (match.find('\t') != std::string::npos) {
       replacement = made = std::string(replacement) + '\t';
     }
-    MY_STRING::replace_in(text, match, replacement);
+    MY_STRING::replace_in(text, match, replacement, with.room);
     replaced = true;
-    if (text.size() > expansion_pool) endless_expansion(match);
-    expansion_pool -= text.size();
+    if (!with.budget.take(text.size())) endless_expansion(match);
     matcher.init_offset(text.c_str());
   }
   return replaced;
 }
 
 void AI_POINT_TEXT::report(const std::string& match, long long row, long long col,
-                           const char* outcome) {
-  if (!run_report().enabled()) return;
+                           const char* outcome, REPORT& to) {
+  if (!to.enabled()) return;
   const std::string placeholder = without_tabs(match);
   REPORT_NOTES& notes_here = report_notes();
   notes_here.reported.insert(placeholder);
   auto font = notes_here.fonts_set.find(placeholder);
   std::string what = outcome;
   if (font != notes_here.fonts_set.end()) what += ", font set to " + font->second;
-  run_report().add("text", placeholder, row, col, what);
+  to.add("text", placeholder, row, col, what);
 }
 
 void AI_POINT_TEXT::restore_analysed() {
@@ -227,20 +212,20 @@ AI_POINT_TEXT::REPORT_NOTES& AI_POINT_TEXT::report_notes() {
   return *notes;
 }
 
-void AI_POINT_TEXT::report_unreplaced() const {
-  std::optional<std::string> text = TxTXstring("\t");
-  if (!text) return;
+void AI_POINT_TEXT::report_unreplaced(const SETTINGS& settings, REPORT& report) const {
+  std::string text;
+  if (!TxTXstring("\t", text)) return;
   MY_REGEX regex;
-  regex.compile(placeholder_pattern(nullptr, option_rx == 1));
-  regex.init_offset(text->c_str());
+  regex.compile(placeholder_pattern(nullptr, settings.rx));
+  regex.init_offset(text.c_str());
   std::string match;
   while (regex.match_next(match)) {
     const std::string placeholder = without_tabs(match);
     if (notes && notes->reported.count(placeholder)) continue;
     long long row = 0;
     long long col = 0;
-    placeholder_cell(match, option_rx == 1, &row, &col);
-    run_report().add("text", placeholder, row, col, "kept: no table for its identifier");
+    placeholder_cell(match, settings.rx, &row, &col);
+    report.add("text", placeholder, row, col, "kept: no table for its identifier");
   }
 }
 

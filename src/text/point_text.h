@@ -9,6 +9,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "support/analysed_state.h"
@@ -16,14 +17,39 @@
 #include "textattr/text_run.h"
 
 class Output;
+class REPORT;
 class STACK;
 class TAB_TEXT;
+struct SETTINGS;
 
-// What placeholder replacement may produce in one run, all point texts together: 16 MiB
-// plus 16 times the input. A run starts the pool with its template's size and adds each
-// table's size as it reads the table.
-void reset_expansion_pool(size_t input_bytes);
-void add_to_expansion_pool(size_t input_bytes);
+// What placeholder replacement may produce in one document, all point texts together: 1 MiB
+// plus 16 times the input. A document starts it with its template's size and adds each
+// table's size.
+class EXPANSION_BUDGET {
+ public:
+  void reset(size_t input_bytes) { left = kBytes + kFactor * input_bytes; }
+  void add(size_t input_bytes) { left += kFactor * input_bytes; }
+  // Takes bytes from what is left; false when they are more.
+  bool take(size_t bytes) {
+    if (bytes > left) return false;
+    left -= bytes;
+    return true;
+  }
+
+ private:
+  static constexpr size_t kBytes = size_t{1} << 20;
+  static constexpr size_t kFactor = 16;
+  size_t left = kBytes;
+};
+
+// What replacing the placeholders of a text needs of its run.
+struct TEXT_REPLACING {
+  const SETTINGS& settings;
+  REPORT& report;
+  EXPANSION_BUDGET& budget;
+  std::string& joined;  // room for a text's joined strings, made once for the run
+  std::string& room;    // room for the text as each cell goes in
+};
 
 class AI_POINT_TEXT {
  public:
@@ -34,15 +60,17 @@ class AI_POINT_TEXT {
   // Files one operator; it is the newest word of stack, its operands the words below.
   void setup(TEXT_OP op, const STACK& stack);
   void print(Output& out) const;
-  // The runs' strings joined with sep (simply concatenated when sep is null); nothing when
-  // no run has a string.
-  std::optional<std::string> TxTXstring(const char* sep) const;
+  // The runs' strings joined with sep into text, every byte of them; false when no run has
+  // a string.
+  bool TxTXstring(std::string_view sep, std::string& text) const;
+  // The string of the one run that has one; null when none has, or when several have
+  // (*several is then set).
+  const std::string* only_string(bool* several) const;
 
   // Replaces the placeholders of identifier id (every identifier when id is null).
-  void setup_tabtxt(const char* id, const TAB_TEXT& tab);
-  void setup_tabtxt(const TAB_TEXT& tab) { setup_tabtxt(nullptr, tab); }
+  void setup_tabtxt(const char* id, const TAB_TEXT& tab, TEXT_REPLACING& with);
   // Reports the placeholders that no table argument has reached.
-  void report_unreplaced() const;
+  void report_unreplaced(const SETTINGS& settings, REPORT& report) const;
   // Returns to the runs as analysed, for the next document of a batch ("-each=").
   void restore_analysed();
 
@@ -54,22 +82,21 @@ class AI_POINT_TEXT {
 
  private:
   bool may_hold_placeholder(const char* id) const;
-  // The runs' strings joined with tabs into text; false when no run has a string.
-  bool tab_joined(std::string& text) const;
   // Replaces in text; whether any placeholder was replaced or removed.
   // needs_dashes: whether every match holds two dashes.
   bool setup_tabtxt_replace(std::string& text, const char* pattern, bool needs_dashes,
-                            const TAB_TEXT& tab);
+                            const TAB_TEXT& tab, TEXT_REPLACING& with);
   // The walk of setup_tabtxt_replace with a MY_REGEX or the PLAIN_PLACEHOLDERS that stand
   // for the plain pattern of a plain identifier.
   template <typename MATCHER>
   bool setup_tabtxt_walk(std::string& text, MATCHER& matcher, bool needs_dashes,
-                         const TAB_TEXT& tab);
+                         const TAB_TEXT& tab, TEXT_REPLACING& with);
   void setup_tabtxt_split(const std::string& text);
-  void font_replace(const char* pattern);
+  void font_replace(const char* pattern, const REPORT& report);
   void rimba_encode_tx();
   void setupTxTX(TEXT_OP op, const STACK& stack);
-  void report(const std::string& match, long long row, long long col, const char* outcome);
+  void report(const std::string& match, long long row, long long col, const char* outcome,
+              REPORT& to);
 
   std::pmr::memory_resource* memory;
   OP_Tp Tp;

@@ -3,8 +3,9 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "driver/diagnostics.h"
-#include "driver/options.h"
+#include "support/error.h"
+#include "support/report.h"
+#include "support/settings.h"
 #include "support/stack.h"
 #include "table/tab_text.h"
 
@@ -13,8 +14,13 @@ namespace {
 // Fills point texts of one run "(TX-1-1) Tx" in turn from one table, the expansion pool
 // holding its least: the last text's string, or the message of the failure.
 std::string fill(int texts, const std::string& cells) {
-  reset_options();
-  reset_expansion_pool(0);
+  const SETTINGS settings;
+  REPORT report;
+  EXPANSION_BUDGET budget;
+  budget.reset(0);
+  std::string joined;
+  std::string room;
+  TEXT_REPLACING with{settings, report, budget, joined, room};
   TAB_TEXT table;
   table.init_from_bytes(cells);
   std::string last;
@@ -25,8 +31,8 @@ std::string fill(int texts, const std::string& cells) {
       stack.push("(TX-1-1)");
       stack.push("Tx");
       text.setup(TEXT_OP::Tx, stack);
-      text.setup_tabtxt("TX", table);
-      last = *text.TxTXstring(nullptr);
+      text.setup_tabtxt("TX", table, with);
+      text.TxTXstring("", last);
     }
   } catch (const Error& error) {
     return error.what();

@@ -5,9 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "document/ai_document.h"
 #include "support/patterns.h"
 #include "support/regex.h"
+#include "template/template.h"
+#include "text/point_text_reader.h"
 
 namespace {
 
@@ -25,13 +26,13 @@ struct Verdicts {
 
 // The pre-check's verdict and the parse's, as the default reading or "-keep" reads the text.
 Verdicts judge(const std::string& bytes, bool keep = false) {
-  const AI_DOCUMENT doc =
-      keep ? AI_DOCUMENT(FileBytes(bytes), AI_DOCUMENT::KEEP_BYTES()) : AI_DOCUMENT(bytes);
-  const int first = doc.find_text_line(0, doc.line_count() - 1);
-  const int last = doc.find_text_end_line(first, doc.line_count() - 1);
+  const TEMPLATE tpl = keep ? TEMPLATE(FileBytes(bytes), TEMPLATE::KEEP_BYTES()) : TEMPLATE(bytes);
+  const int first = tpl.find_text_line(0, tpl.line_count() - 1);
+  const int last = tpl.find_text_end_line(first, tpl.line_count() - 1);
   AI_TEXT_REPLACE replace;
-  return {AI_TEXT_REPLACE::may_hold_placeholder(doc, first, last),
-          keep ? replace.setup_kept(doc, first, last) : replace.setup(doc, first, last)};
+  POINT_TEXT_READER reader;
+  return {AI_TEXT_REPLACE::may_hold_placeholder(tpl, first, last),
+          replace.setup(tpl, first, last, reader)};
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
-#include "driver/output_names.h"
+#include "merge/output_names.h"
 
 #include <limits.h>
 
-#include "driver/diagnostics.h"
-#include "driver/options.h"
+#include "support/error.h"
+#include "support/numbers.h"
 
 namespace {
 

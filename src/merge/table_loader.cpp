@@ -1,10 +1,10 @@
-#include "driver/table_loader.h"
+#include "merge/table_loader.h"
 
 #include "document/text_encoding.h"
-#include "driver/options.h"
 #include "support/charset.h"
 #include "support/file_io.h"
 #include "support/report.h"
+#include "support/settings.h"
 #include "table/delimited_text.h"
 #include "table/string_hazards.h"
 #include "table/tab_text.h"
@@ -20,8 +20,9 @@ std::optional<TABLE_ARGUMENT> cut_table_argument(const std::string& arg) {
   return cut;
 }
 
-TABLE_LOADER::TABLE_LOADER() {
-  if (!option_encoding.empty()) charset = std::make_unique<CHARSET>(option_encoding);
+TABLE_LOADER::TABLE_LOADER(const SETTINGS& settings, REPORT& report)
+    : with(settings), findings(report) {
+  if (!with.encoding.empty()) charset = std::make_unique<CHARSET>(with.encoding);
 }
 
 TABLE_LOADER::~TABLE_LOADER() = default;
@@ -32,14 +33,14 @@ std::string TABLE_LOADER::encoding() const {
 
 void TABLE_LOADER::load(const std::string& file, const AI_DOCUMENT& doc, TAB_TEXT& table,
                         size_t max_records) {
-  if (option_table == TABLE_FORM::raw) {
+  if (with.table == TABLE_FORM::raw) {
     table.init(file.c_str(), max_records);
-    if (run_report().enabled()) report_string_hazards(file, table);
+    if (findings.enabled()) report_string_hazards(file, table, findings);
     return;
   }
   if (!charset) charset = std::make_unique<CHARSET>(template_text_encoding(doc));
   const std::string bytes =
       read_whole_file(file.c_str(), "tab text file open error\n", "tab text file read error\n");
-  const char32_t separator = option_table == TABLE_FORM::tsv ? '\t' : ',';
+  const char32_t separator = with.table == TABLE_FORM::tsv ? '\t' : ',';
   DELIMITED_TEXT(bytes, separator, *charset, file).read(table);
 }

@@ -1,4 +1,4 @@
-#include "document/not_copied.h"
+#include "output/not_copied.h"
 
 #include <algorithm>
 #include <string>
@@ -8,6 +8,7 @@
 #include "document/ai_document.h"
 #include "document/layer.h"
 #include "support/report.h"
+#include "template/template.h"
 
 namespace {
 
@@ -71,10 +72,11 @@ std::vector<PART> printed_parts(const AI_DOCUMENT& doc) {
 
 // The lines the default output leaves out between its parts.
 void add_line_gaps(const AI_DOCUMENT& doc, std::vector<DROPPED>& dropped) {
+  const TEMPLATE& tpl = doc.text();
   auto add = [&](int first, int last, const std::string& what) {
-    const std::string_view bytes = doc.bytes_of_lines(first, last);
-    dropped.push_back({doc.source_offset(bytes.data(), true),
-                       doc.source_offset(bytes.data() + bytes.size(), false), what, true});
+    const std::string_view bytes = tpl.bytes_of_lines(first, last);
+    dropped.push_back({tpl.source_offset(bytes.data(), true),
+                       tpl.source_offset(bytes.data() + bytes.size(), false), what, true});
   };
   const std::vector<PART> parts = printed_parts(doc);
   int covered = -1;
@@ -88,24 +90,25 @@ void add_line_gaps(const AI_DOCUMENT& doc, std::vector<DROPPED>& dropped) {
       before = &part;
     }
   }
-  if (covered < doc.line_count() - 1) {
-    add(covered + 1, doc.line_count() - 1, "after " + before->ends);
+  if (covered < tpl.line_count() - 1) {
+    add(covered + 1, tpl.line_count() - 1, "after " + before->ends);
   }
 }
 
 }  // namespace
 
-void report_not_copied(const AI_DOCUMENT& doc) {
-  const std::string_view source = doc.source();
-  const std::string_view kept = doc.bytes_of_lines(0, doc.line_count() - 1);
-  const size_t start = doc.source_offset(kept.data(), true);
-  const size_t end = doc.source_offset(kept.data() + kept.size(), false);
+void report_not_copied(const AI_DOCUMENT& doc, bool copies_whole_text, REPORT& report) {
+  const TEMPLATE& tpl = doc.text();
+  const std::string_view source = tpl.source();
+  const std::string_view kept = tpl.bytes_of_lines(0, tpl.line_count() - 1);
+  const size_t start = tpl.source_offset(kept.data(), true);
+  const size_t end = tpl.source_offset(kept.data() + kept.size(), false);
   std::vector<DROPPED> dropped;
   if (start > 0) dropped.push_back({0, start, "before %!PS-Adobe", false});
   if (end < source.size())
     dropped.push_back({end, source.size(), "after the last %%EOF line", false});
-  if (!doc.keeps_bytes()) {
-    for (const AI_DOCUMENT::CUT& cut : doc.cut_out()) {
+  if (!copies_whole_text) {
+    for (const TEMPLATE::CUT& cut : tpl.cut_out()) {
       if (cut.from >= start && cut.to <= end) {
         dropped.push_back({cut.from, cut.to, "an embedded document", true});
       }
@@ -120,8 +123,8 @@ void report_not_copied(const AI_DOCUMENT& doc) {
     if (range.to <= range.from || range.to <= reported_to) continue;  // inside one reported
     reported_to = range.to;
     if (!range.by_lines) {
-      run_report().add_line("not copied: " + std::to_string(range.to - range.from) + " bytes " +
-                            range.what);
+      report.add_line("not copied: " + std::to_string(range.to - range.from) + " bytes " +
+                      range.what);
       continue;
     }
     const long long first = numbers.at(range.from);
@@ -129,6 +132,6 @@ void report_not_copied(const AI_DOCUMENT& doc) {
     const std::string lines = first == last
                                   ? "line " + std::to_string(first)
                                   : "lines " + std::to_string(first) + "-" + std::to_string(last);
-    run_report().add_line("not copied: " + lines + ", " + range.what + "; -keep copies them");
+    report.add_line("not copied: " + lines + ", " + range.what + "; -keep copies them");
   }
 }

@@ -1,11 +1,11 @@
-#include "support/lines.h"
+#include "template/lines.h"
 
 #include <gtest/gtest.h>
 #include <random>
 #include <string>
 #include <vector>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 #include "support/output.h"
 
 // Offsets past 4 GiB, as in a template that large: in batches, one at a time, and with a line

@@ -12,6 +12,8 @@
 
 class AI_DOCUMENT;
 class CHARSET;
+class REPORT;
+struct SETTINGS;
 
 // A table argument cut at its first "=": "ID=file" gives the text placeholders of ID their
 // cells; with a "-" before the "=", "PREFIX-ID=file" points placed art of ID at new EPS
@@ -20,6 +22,9 @@ struct TABLE_ARGUMENT {
   std::string id;
   std::string file;
   bool placed = false;
+  // The one table of a run whose argument holds no "=": it gives the text placeholders of
+  // every identifier their cells.
+  bool every_id = false;
 };
 // Nothing when the argument holds no "=".
 std::optional<TABLE_ARGUMENT> cut_table_argument(const std::string& arg);
@@ -27,8 +32,8 @@ std::optional<TABLE_ARGUMENT> cut_table_argument(const std::string& arg);
 class TABLE_LOADER {
  public:
   // Opens the conversion that "-encoding=" names at once, so that a name iconv does not know
-  // stops the run before the template is read.
-  TABLE_LOADER();
+  // stops the run before the template is read. Findings go to report.
+  TABLE_LOADER(const SETTINGS& settings, REPORT& report);
   ~TABLE_LOADER();
   TABLE_LOADER(const TABLE_LOADER&) = delete;
   TABLE_LOADER& operator=(const TABLE_LOADER&) = delete;
@@ -42,5 +47,7 @@ class TABLE_LOADER {
   std::string encoding() const;
 
  private:
+  const SETTINGS& with;
+  REPORT& findings;
   std::unique_ptr<CHARSET> charset;
 };

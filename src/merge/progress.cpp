@@ -1,4 +1,4 @@
-#include "driver/progress.h"
+#include "merge/progress.h"
 
 #include <unistd.h>
 #include <cstdio>

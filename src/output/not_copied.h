@@ -5,5 +5,8 @@
 #pragma once
 
 class AI_DOCUMENT;
+class REPORT;
 
-void report_not_copied(const AI_DOCUMENT& doc);
+// copies_whole_text: the output copies the lines between sections and the embedded
+// documents ("-keep").
+void report_not_copied(const AI_DOCUMENT& doc, bool copies_whole_text, REPORT& report);

@@ -1,16 +1,16 @@
-#include "document/ai_document.h"
+#include "template/template.h"
 
 #include <gtest/gtest.h>
 #include <string>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 
 namespace {
 
 // The lines joined with "|", or the message of the failure.
 std::string lines_of(const std::string& bytes) {
   try {
-    AI_DOCUMENT doc(bytes);
+    TEMPLATE doc(bytes);
     std::string joined;
     for (int i = 0; i < doc.line_count(); ++i) joined += std::string(doc.line(i)) + "|";
     return joined;
@@ -24,7 +24,7 @@ std::string lines_of(const std::string& bytes) {
 // The load- golden cases show embedded documents on lines of their own; these are the places
 // they do not: on one line, before the header, after a stray end, unclosed after the last
 // %%EOF.
-TEST(DocumentTest, EmbeddedDocumentsAreCutOutFirst) {
+TEST(TemplateTest, EmbeddedDocumentsAreCutOutFirst) {
   const std::pair<std::string, const char*> cases[] = {
       {"%!PS-Adobe\rC%%BeginDocument%%EndDocument\nD\r%%EOF\r", "%!PS-Adobe|C\nD|%%EOF|"},
       {"%%BeginDocument%!PS-Adobe\r%%EndDocument\r%!PS-Adobe b\r%%EOF\r", "%!PS-Adobe b|%%EOF|"},
@@ -35,7 +35,7 @@ TEST(DocumentTest, EmbeddedDocumentsAreCutOutFirst) {
   };
   for (const auto& [bytes, lines] : cases) EXPECT_EQ(lines, lines_of(bytes)) << bytes;
   // More lines than a document may have, until the embedded document is cut out.
-  std::string bytes = "%!PS-Adobe\r" + std::string(AI_DOCUMENT::kMaxLines - 2, '\r') +
+  std::string bytes = "%!PS-Adobe\r" + std::string(TEMPLATE::kMaxLines - 2, '\r') +
                       "%%BeginDocument\r" + std::string(3000, '\r') + "%%EndDocument\r%%EOF\r";
-  EXPECT_EQ(AI_DOCUMENT::kMaxLines, AI_DOCUMENT(bytes).line_count());
+  EXPECT_EQ(TEMPLATE::kMaxLines, TEMPLATE(bytes).line_count());
 }

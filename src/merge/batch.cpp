@@ -1,4 +1,4 @@
-#include "driver/batch.h"
+#include "merge/batch.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <deque>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -14,53 +15,22 @@
 #include <unordered_map>
 #include <utility>
 
-#include "document/ai_document.h"
-#include "document/not_copied.h"
-#include "driver/batch_options.h"
-#include "driver/diagnostics.h"
-#include "driver/options.h"
-#include "driver/output_names.h"
-#include "driver/progress.h"
-#include "driver/run.h"
-#include "driver/table_loader.h"
+#include "merge/merge.h"
+#include "merge/output_names.h"
+#include "merge/progress.h"
+#include "merge/table_loader.h"
 #include "support/atomic_file.h"
 #include "support/charset.h"
+#include "support/error.h"
 #include "support/escapes.h"
 #include "support/output.h"
 #include "support/report.h"
+#include "support/settings.h"
 #include "table/tab_text.h"
-#include "text/point_text.h"
 
 namespace {
 
 constexpr size_t kAllRows = std::numeric_limits<size_t>::max();
-
-// The table arguments after the template: one table for every text placeholder (generic),
-// or arguments of the forms "ID=file" and "PREFIX-ID=file".
-struct TABLE_ARGUMENTS {
-  std::vector<TABLE_ARGUMENT> cut;
-  bool generic = false;
-
-  // False when one of several arguments holds no "=".
-  bool read(const std::vector<std::string>& args, size_t first) {
-    if (first + 1 == args.size() && args[first].find('=') == std::string::npos) {
-      generic = true;
-      cut.push_back({"", args[first], false});
-      return true;
-    }
-    for (size_t i = first; i < args.size(); ++i) {
-      std::optional<TABLE_ARGUMENT> argument = cut_table_argument(args[i]);
-      if (!argument) return false;
-      cut.push_back(*argument);
-    }
-    return true;
-  }
-  std::vector<std::string> ids() const {
-    std::vector<std::string> all;
-    for (const TABLE_ARGUMENT& argument : cut) all.push_back(argument.id);
-    return all;
-  }
-};
 
 // An input file as the file system knows it, so that no output replaces one.
 struct FILE_ID {
@@ -95,21 +65,25 @@ std::string prefixed(const std::string& prefix, const std::string& text) {
   return lines;
 }
 
-class BATCH {
+class DOCUMENTS {
  public:
-  BATCH(AI_DOCUMENT& document, const TABLE_ARGUMENTS& table_arguments, TABLE_LOADER& loader,
-        const std::string& template_path);
+  DOCUMENTS(MERGE& run, const std::string& template_path);
+  // Cuts the table arguments from first on and reads their tables in turn; without "-each"
+  // each table is applied as soon as it is read, as the arguments come. False when one of
+  // several arguments holds no "=".
+  bool read_tables(const std::vector<std::string>& args, size_t first, TABLE_LOADER& loader);
   // The one document of a run without "-each".
   void make_one(Output& out, std::string& diagnostics);
   // The documents of "-each" that this shard makes, each into its own file.
   void make_each(const NAME_PATTERN& pattern);
 
+  std::vector<std::string> ids() const;
+  bool generic() const { return arguments.size() == 1 && arguments[0].every_id; }
+
  private:
   long long document_count() const;
   // Lets every table show the rows of document number's block.
   void show_block(long long number);
-  // The document's tables applied to the template as analysed.
-  void apply_tables();
   void write_file(const std::string& name);
   std::optional<std::string> cell_text(size_t table, long long row, long long col) const;
   std::vector<std::string> all_names(const NAME_PATTERN& pattern);
@@ -119,82 +93,81 @@ class BATCH {
   void check_not_an_input(const std::string& name, const std::string& prefix) const;
   void make_document(long long number, const std::string& name, PROGRESS& progress);
 
-  AI_DOCUMENT& doc;
-  const TABLE_ARGUMENTS& arguments;
-  // Sized once: cells point into each table's own buffer.
-  std::vector<TAB_TEXT> tables;
-  size_t template_bytes;
+  MERGE& merge;
+  const SETTINGS& settings;
+  std::vector<TABLE_ARGUMENT> arguments;
+  // A deque: cells point into each table's own buffer, which must not move.
+  std::deque<TAB_TEXT> tables;
   std::set<FILE_ID> inputs;
   // Cells converted from UTF-8 go back into it for file names.
   std::unique_ptr<UTF8_FROM> utf8;
 };
 
-// Tables are read whole, once. With "-each" the row limit of raw tables applies to a block,
-// which "-each=" keeps within it; without, to the rows after the headers.
-static_assert(kMaxEach <= TAB_TEXT::kMaxRecords, "a block of -each= must fit a table's row limit");
-BATCH::BATCH(AI_DOCUMENT& document, const TABLE_ARGUMENTS& table_arguments, TABLE_LOADER& loader,
-             const std::string& template_path)
-    : doc(document),
-      arguments(table_arguments),
-      tables(table_arguments.cut.size()),
-      template_bytes(document.source().size()) {
-  const size_t skip = static_cast<size_t>(option_skip);
-  const size_t max_records = option_each > 0 || skip > kAllRows - TAB_TEXT::kMaxRecords
-                                 ? kAllRows
-                                 : skip + TAB_TEXT::kMaxRecords;
-  for (size_t i = 0; i < tables.size(); ++i) {
-    loader.load(arguments.cut[i].file, doc, tables[i], max_records);
-  }
-  if (option_table != TABLE_FORM::raw && !loader.encoding().empty()) {
-    utf8 = std::make_unique<UTF8_FROM>(loader.encoding());
-  }
+DOCUMENTS::DOCUMENTS(MERGE& run, const std::string& template_path)
+    : merge(run), settings(run.settings()) {
   if (std::optional<FILE_ID> id = file_id(template_path)) inputs.insert(*id);
-  for (const TABLE_ARGUMENT& argument : arguments.cut) {
-    if (std::optional<FILE_ID> id = file_id(argument.file)) inputs.insert(*id);
-  }
 }
 
-long long BATCH::document_count() const {
+// Tables are read whole, once. With "-each" the row limit of raw tables applies to a block,
+// which "-each=" keeps within it; without, to the rows after the headers.
+static_assert(SETTINGS::kMaxEach <= TAB_TEXT::kMaxRecords,
+              "a block of -each= must fit a table's row limit");
+bool DOCUMENTS::read_tables(const std::vector<std::string>& args, size_t first,
+                            TABLE_LOADER& loader) {
+  const size_t skip = static_cast<size_t>(settings.skip);
+  const size_t max_records = settings.each > 0 || skip > kAllRows - TAB_TEXT::kMaxRecords
+                                 ? kAllRows
+                                 : skip + TAB_TEXT::kMaxRecords;
+  const bool one_table = first + 1 == args.size() && args[first].find('=') == std::string::npos;
+  for (size_t i = first; i < args.size(); ++i) {
+    std::optional<TABLE_ARGUMENT> argument =
+        one_table ? TABLE_ARGUMENT{"", args[i], false, true} : cut_table_argument(args[i]);
+    if (!argument) return false;
+    arguments.push_back(*argument);
+    TAB_TEXT& table = tables.emplace_back();
+    loader.load(argument->file, merge.document(), table, max_records);
+    if (std::optional<FILE_ID> id = file_id(argument->file)) inputs.insert(*id);
+    if (settings.each > 0) continue;
+    table.set_block(skip, kAllRows);
+    merge.apply(*argument, table);
+  }
+  if (settings.table != TABLE_FORM::raw && !loader.encoding().empty()) {
+    utf8 = std::make_unique<UTF8_FROM>(loader.encoding());
+  }
+  return true;
+}
+
+std::vector<std::string> DOCUMENTS::ids() const {
+  std::vector<std::string> all;
+  for (const TABLE_ARGUMENT& argument : arguments) all.push_back(argument.id);
+  return all;
+}
+
+long long DOCUMENTS::document_count() const {
   size_t rows = 0;
   for (const TAB_TEXT& table : tables)
     rows = std::max(rows, static_cast<size_t>(table.rec_count()));
-  const size_t skip = static_cast<size_t>(option_skip);
+  const size_t skip = static_cast<size_t>(settings.skip);
   if (rows <= skip) return 0;
-  const size_t each = static_cast<size_t>(option_each);
+  const size_t each = static_cast<size_t>(settings.each);
   return static_cast<long long>((rows - skip + each - 1) / each);
 }
 
-void BATCH::show_block(long long number) {
-  const size_t each = static_cast<size_t>(option_each);
-  const size_t first = static_cast<size_t>(option_skip) + static_cast<size_t>(number - 1) * each;
+void DOCUMENTS::show_block(long long number) {
+  const size_t each = static_cast<size_t>(settings.each);
+  const size_t first = static_cast<size_t>(settings.skip) + static_cast<size_t>(number - 1) * each;
   for (TAB_TEXT& table : tables) table.set_block(first, each);
 }
 
-// As a single run applies its arguments, each to the document as the ones before left it.
-void BATCH::apply_tables() {
-  reset_expansion_pool(template_bytes);
-  for (size_t i = 0; i < tables.size(); ++i) {
-    const TABLE_ARGUMENT& argument = arguments.cut[i];
-    add_to_expansion_pool(tables[i].byte_count());
-    if (arguments.generic) {
-      doc.setup_replace_text(tables[i]);
-    } else if (argument.placed) {
-      doc.setup_replace_placed_art(argument.id.c_str(), tables[i]);
-    } else {
-      doc.setup_replace_text(argument.id.c_str(), tables[i]);
-    }
-  }
-}
-
-void BATCH::write_file(const std::string& name) {
+void DOCUMENTS::write_file(const std::string& name) {
   ATOMIC_FILE file(name);
   Output out(file.descriptor());
-  print_document(doc, out);
+  merge.print(out);
   out.flush();
   file.commit();
 }
 
-void BATCH::check_not_an_input(const std::string& name, const std::string& prefix) const {
+void DOCUMENTS::check_not_an_input(const std::string& name, const std::string& prefix) const {
   struct stat status;
   if (::stat(name.c_str(), &status) != 0) return;
   if (S_ISDIR(status.st_mode)) fail("%sa folder has that name\n", prefix.c_str());
@@ -203,26 +176,24 @@ void BATCH::check_not_an_input(const std::string& name, const std::string& prefi
   }
 }
 
-void BATCH::make_one(Output& out, std::string& diagnostics) {
-  for (TAB_TEXT& table : tables) table.set_block(static_cast<size_t>(option_skip), kAllRows);
-  apply_tables();
-  if (option_out.empty()) {
-    print_document(doc, out);
+void DOCUMENTS::make_one(Output& out, std::string& diagnostics) {
+  if (settings.out.empty()) {
+    merge.print(out);
     out.flush();
   } else {
-    check_not_an_input(option_out, "");
-    write_file(option_out);
+    check_not_an_input(settings.out, "");
+    write_file(settings.out);
   }
-  if (run_report().enabled()) {
-    doc.report_unreplaced();
-    report_not_copied(doc);
-    diagnostics += run_report().text();
+  if (merge.report().enabled()) {
+    merge.report_unreplaced();
+    merge.report_not_copied();
+    diagnostics += merge.report().text();
   }
 }
 
 // A cell's bytes as its text: escapes decoded, and back in UTF-8 when the table was
 // converted from it.
-std::optional<std::string> BATCH::cell_text(size_t table, long long row, long long col) const {
+std::optional<std::string> DOCUMENTS::cell_text(size_t table, long long row, long long col) const {
   const char* cell = tables[table].get_field(row - 1, col - 1);
   if (!cell) return std::nullopt;
   const std::string text = ps_string_decode(cell);
@@ -231,7 +202,7 @@ std::optional<std::string> BATCH::cell_text(size_t table, long long row, long lo
 
 // Every document's name, this shard's and the others', so that every shard finds the same
 // clash before it writes anything.
-std::vector<std::string> BATCH::all_names(const NAME_PATTERN& pattern) {
+std::vector<std::string> DOCUMENTS::all_names(const NAME_PATTERN& pattern) {
   const long long total = document_count();
   std::vector<std::string> names;
   names.reserve(static_cast<size_t>(total));
@@ -254,10 +225,10 @@ std::vector<std::string> BATCH::all_names(const NAME_PATTERN& pattern) {
   return names;
 }
 
-std::vector<long long> BATCH::shard_documents(long long total) const {
+std::vector<long long> DOCUMENTS::shard_documents(long long total) const {
   std::vector<long long> numbers;
   for (long long number = 1; number <= total; ++number) {
-    if (option_shards == 0 || (number - 1) % option_shards == option_shard - 1) {
+    if (settings.shards == 0 || (number - 1) % settings.shards == settings.shard - 1) {
       numbers.push_back(number);
     }
   }
@@ -266,8 +237,8 @@ std::vector<long long> BATCH::shard_documents(long long total) const {
 
 // A folder that is missing or cannot be written, or a name that a folder or an input of
 // the run holds, would fail in the middle of the batch: they fail before it.
-void BATCH::check_targets(const std::vector<std::string>& names,
-                          const std::vector<long long>& numbers) const {
+void DOCUMENTS::check_targets(const std::vector<std::string>& names,
+                              const std::vector<long long>& numbers) const {
   std::set<std::string> folders;
   for (long long number : numbers) {
     const std::string& name = names[static_cast<size_t>(number - 1)];
@@ -280,29 +251,28 @@ void BATCH::check_targets(const std::vector<std::string>& names,
   }
 }
 
-void BATCH::make_document(long long number, const std::string& name, PROGRESS& progress) {
-  doc.restore_analysed();
-  run_report().start(option_report == 1);
+void DOCUMENTS::make_document(long long number, const std::string& name, PROGRESS& progress) {
+  merge.start_document();
   show_block(number);
-  apply_tables();
+  for (size_t i = 0; i < tables.size(); ++i) merge.apply(arguments[i], tables[i]);
   write_file(name);
-  if (run_report().enabled()) {
-    doc.report_unreplaced();
+  if (merge.report().enabled()) {
+    merge.report_unreplaced();
     progress.erase();
-    write_to_stderr(prefixed("document " + std::to_string(number) + ": ", run_report().text()));
+    write_to_stderr(prefixed("document " + std::to_string(number) + ": ", merge.report().text()));
   }
   progress.document_done();
 }
 
-void BATCH::make_each(const NAME_PATTERN& pattern) {
-  doc.remember_printed_lines();
+void DOCUMENTS::make_each(const NAME_PATTERN& pattern) {
+  merge.remember_printed_lines();
   const std::vector<std::string> names = all_names(pattern);
   const std::vector<long long> numbers = shard_documents(static_cast<long long>(names.size()));
   check_targets(names, numbers);
   // The report's lines about the tables and the template come once, before the documents'.
-  if (run_report().enabled()) {
-    report_not_copied(doc);
-    write_to_stderr(run_report().text());
+  if (merge.report().enabled()) {
+    merge.report_not_copied();
+    write_to_stderr(merge.report().text());
   }
   PROGRESS progress(static_cast<long long>(numbers.size()), ::isatty(STDERR_FILENO) == 1);
   for (long long number : numbers) {
@@ -317,31 +287,24 @@ void BATCH::make_each(const NAME_PATTERN& pattern) {
 
 }  // namespace
 
-int run_batch(const std::vector<std::string>& args, size_t template_at, Output& out,
-              std::string& diagnostics) {
-  if (!check_batch_options(diagnostics)) return usage(diagnostics);
-  TABLE_ARGUMENTS arguments;
-  if (template_at + 1 == args.size() || !arguments.read(args, template_at + 1)) {
-    return usage(diagnostics);
+int make_documents(const SETTINGS& settings, const std::vector<std::string>& args,
+                   size_t template_at, Output& out, std::string& diagnostics) {
+  MERGE merge(settings);
+  TABLE_LOADER loader(settings, merge.report());
+  merge.read_template(args[template_at]);
+  if (template_at + 1 == args.size()) return kUsageStatus;
+  DOCUMENTS documents(merge, args[template_at]);
+  if (!documents.read_tables(args, template_at + 1, loader)) return kUsageStatus;
+  if (settings.each == 0) {
+    documents.make_one(out, diagnostics);
+    return 0;
   }
   NAME_PATTERN pattern;
   std::string problem;
-  if (option_each > 0 && !pattern.parse(option_out, arguments.ids(), arguments.generic, &problem)) {
-    diagnostics += "-out=" + option_out + ": " + problem + "\n";
-    return usage(diagnostics);
+  if (!pattern.parse(settings.out, documents.ids(), documents.generic(), &problem)) {
+    diagnostics += "-out=" + settings.out + ": " + problem + "\n";
+    return kUsageStatus;
   }
-  run_report().start(option_report == 1);
-  TABLE_LOADER loader;
-  std::unique_ptr<AI_DOCUMENT> doc = read_template(args[template_at]);
-  doc->analyze_doc();
-  {
-    BATCH batch(*doc, arguments, loader, args[template_at]);
-    if (option_each > 0) {
-      batch.make_each(pattern);
-    } else {
-      batch.make_one(out, diagnostics);
-    }
-  }
-  done_with(std::move(doc));
+  documents.make_each(pattern);
   return 0;
 }

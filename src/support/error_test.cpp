@@ -1,4 +1,4 @@
-#include "driver/diagnostics.h"
+#include "support/error.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "driver/output_names.h"
+#include "merge/output_names.h"
 
 #include <gtest/gtest.h>
 
-#include "driver/diagnostics.h"
+#include "support/error.h"
 
 namespace {
 

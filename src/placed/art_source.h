@@ -1,0 +1,30 @@
+// Where the art that a placed-art cell names comes from. A source turns a cell into the art
+// a frame takes: the file on disk the block is to point at, the box the art is fitted by,
+// and, for "-keep", the PostScript embedded in the block. Each kind of source is one class
+// in a file of its own: EPS files below the home folder (eps_file_source).
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "placed/epsf_info.h"
+
+// The art a cell names.
+struct NEW_ART {
+  std::optional<std::string> path;  // the local file, when the cell can name one
+  std::optional<EPS_BBOX> box;      // the box to fit; nothing when the art cannot be used
+};
+
+class ART_SOURCE {
+ public:
+  virtual ~ART_SOURCE() = default;
+  // The art of a cell; string_body: the cell is the body of a PostScript string, as the
+  // table readers of spreadsheets write cells.
+  virtual NEW_ART find(std::string_view cell, bool string_body) const = 0;
+  // The PostScript of the art at path, as "-keep" embeds it; valid until next_document().
+  // Nothing when it cannot be read.
+  virtual std::optional<std::string_view> postscript(const std::string& path) = 0;
+  // A document is written: what was read for it may go.
+  virtual void next_document() = 0;
+};

@@ -1,0 +1,38 @@
+// What the command line asks of a run. The driver builds one value from the options and
+// passes it down by reference; nothing below the driver keeps a setting of its own.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+// How table files are read: bytes as they stand, or Unicode text of tab- or comma-separated
+// values converted into the document's encoding.
+enum class TABLE_FORM { raw, tsv, csv };
+
+struct SETTINGS {
+  static constexpr size_t kFitCapacity = 15;
+  static constexpr size_t kRefptCapacity = 15;
+  static constexpr size_t kHomeDirCapacity = 255;
+  static constexpr int kMaxEach = 1024;
+
+  bool rx = false;                         // placeholders of the syntax that also names a font
+  bool rm = false;                         // remove placeholders and placed art without a cell
+  std::string fit = "min";                 // "min" fits new placed art inside its frame
+  std::string refpt;                       // the corner of the frame new art is aligned to
+  std::string home_dir = "/home/mesoli/";  // placed-art cells are paths below this folder
+  bool report = false;                     // report what became of each placeholder
+  bool keep = false;                       // copy the template whole, rewrite only what changed
+  TABLE_FORM table = TABLE_FORM::raw;
+  std::string encoding;  // the document's text encoding; empty: as the template says
+
+  // Batches: one document per block of table rows, written to files named from a pattern.
+  int each = 0;          // rows per document; 0: one document from whole tables
+  long long skip = 0;    // header rows of every table, never merged
+  std::string out;       // where documents go; empty: standard output
+  long long shard = 0;   // this process makes documents k with (k - 1) mod shards =
+  long long shards = 0;  //   shard - 1; 0: all of them
+
+  // Set by a process that ends with its run: the document is left to the exit rather than
+  // taken apart object by object. Tests and fuzzers, which make many runs, leave it unset.
+  bool leave_document_to_exit = false;
+};
