@@ -5,6 +5,7 @@
 #   ./build.sh build     build only (build/ormel)
 #   ./build.sh fuzz [S]  build the libFuzzer targets with clang, fuzz each for S seconds
 #   ./build.sh bench     build, then run the benchmarks (bench/)
+#   ./build.sh format    check that the sources are formatted as .clang-format says
 set -eu
 cd "$(dirname "$0")"
 jobs=$(nproc 2>/dev/null || echo 2)
@@ -55,11 +56,14 @@ case "${1:-build}" in
     need_packages clang libclang-rt-dev
     configure_and_build build-fuzz -DORMEL_FUZZ=ON -DORMEL_SANITIZE=ON -DCMAKE_CXX_COMPILER=clang++ -DORMEL_TESTS=OFF
     sh fuzz/run-fuzzers.sh build-fuzz "${2:-60}" ;;
+  format)
+    need_packages clang-format
+    clang-format --dry-run --Werror src/*/*.cpp src/*/*.h fuzz/*.cpp bench/*.cpp bench/*.h tests/*.cpp ;;
   bench)
     configure_and_build build-release -DCMAKE_BUILD_TYPE=Release -DORMEL_TESTS=OFF
     sh bench/run.sh build-release/ormel --expect bench/checksums.txt
     build-release/bench/ormel_batch_bench build-release/ormel ;;
   *)
-    echo "usage: ./build.sh [build|demo|test|fuzz [seconds]|bench]" >&2
+    echo "usage: ./build.sh [build|demo|test|fuzz [seconds]|bench|format]" >&2
     exit 1 ;;
 esac
