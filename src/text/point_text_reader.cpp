@@ -2,15 +2,19 @@
 
 #include "support/error.h"
 #include "support/patterns.h"
+#include "support/token.h"
 #include "text/point_text.h"
 
-TEXT_OP POINT_TEXT_READER::read(std::string_view word, bool may_be_operator, AI_POINT_TEXT& model) {
-  stack.push_bounded(word, kStackBound);
-  const TEXT_OP op = may_be_operator ? text_operator(word) : TEXT_OP::none;
-  if (op == TEXT_OP::none) return op;
+void POINT_TEXT_READER::file(TEXT_OP op, AI_POINT_TEXT& model) {
   model.setup(op, stack);
   stack.free_all();
-  return op;
+}
+
+void POINT_TEXT_READER::read_line(std::string_view line, AI_POINT_TEXT& model) {
+  TOKEN token;
+  token.init(line, " ");
+  std::string_view word;
+  while (token.next(&word)) read(word, true, model);
 }
 
 // Most texts have one string, which needs no joining.

@@ -22,14 +22,24 @@ class POINT_TEXT_READER {
   // Begins a new text.
   void start() { stack.clear(); }
   // Reads one word; a word that may be an operator and names a text operator is filed into
-  // model with its operands. Returns the operator, or TEXT_OP::none.
-  TEXT_OP read(std::string_view word, bool may_be_operator, AI_POINT_TEXT& model);
+  // model with its operands. Returns the operator, or TEXT_OP::none. Inline: it runs once
+  // per word of every text that may hold a placeholder.
+  TEXT_OP read(std::string_view word, bool may_be_operator, AI_POINT_TEXT& model) {
+    stack.push_bounded(word, kStackBound);
+    const TEXT_OP op = may_be_operator ? text_operator(word) : TEXT_OP::none;
+    if (op != TEXT_OP::none) file(op, model);
+    return op;
+  }
+  // Reads the words of one line of the default reading, split at blanks (TOKEN).
+  void read_line(std::string_view line, AI_POINT_TEXT& model);
   // The end of the text: whether its strings, joined, hold a placeholder. A word too long
   // for the stack fails a text that does ("STACK_OBJ::str size error"); any other text is
   // written as read, whatever it holds.
   bool finish(const AI_POINT_TEXT& model);
 
  private:
+  void file(TEXT_OP op, AI_POINT_TEXT& model);
+
   STACK stack;
   std::string joined;
 };

@@ -3,7 +3,6 @@
 #include <string_view>
 
 #include "support/patterns.h"
-#include "support/token.h"
 #include "template/template.h"
 #include "text/point_text_reader.h"
 
@@ -19,11 +18,6 @@ bool AI_TEXT_REPLACE::setup(const TEMPLATE& tpl, int first, int last, POINT_TEXT
     kept_text->setup(tpl.bytes_of_lines(first, last - 1), reader, model);
     return reader.finish(model);
   }
-  TOKEN token;
-  tpl.each_line(first, last - 1, [&](std::string_view line) {
-    token.init(line, " ");
-    std::string_view word;
-    while (token.next(&word)) reader.read(word, true, model);
-  });
+  tpl.each_line(first, last - 1, [&](std::string_view line) { reader.read_line(line, model); });
   return reader.finish(model);
 }
