@@ -19,9 +19,10 @@ int run(const std::vector<std::string>& args, Output& out, std::string& diagnost
         bool leave_document_to_exit) {
   SETTINGS settings;
   settings.leave_document_to_exit = leave_document_to_exit;
+  OPTION_READER options(settings);
   size_t next = 1;
   for (; next < args.size() && starts_with(args[next], "-"); ++next) {
-    switch (apply_option(args[next], settings, out, diagnostics)) {
+    switch (options.apply(args[next], out, diagnostics)) {
       case OPTION_OUTCOME::go_on:
         break;
       case OPTION_OUTCOME::done:
@@ -31,7 +32,7 @@ int run(const std::vector<std::string>& args, Output& out, std::string& diagnost
     }
   }
   if (args.size() <= 2 || next == args.size()) return usage(diagnostics);
-  if (!check_batch_options(settings, diagnostics)) return usage(diagnostics);
+  if (options.finish(diagnostics) != OPTION_OUTCOME::go_on) return usage(diagnostics);
   const int status = make_documents(settings, args, next, out, diagnostics);
   return status == kUsageStatus ? usage(diagnostics) : status;
 }
