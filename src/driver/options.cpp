@@ -169,7 +169,8 @@ std::string help_text() {
       "\n"
       "Options (each also as --name or --name=value):\n";
   for (const OPTION& option : kOptions) {
-    std::string form = "  -" + std::string(option.name) + (option.value_help ? option.value_help : "");
+    std::string form =
+        "  -" + std::string(option.name) + (option.value_help ? option.value_help : "");
     form.resize(std::max<size_t>(form.size() + 1, 22), ' ');
     text += form + option.help + "\n";
   }
@@ -199,8 +200,7 @@ std::string nearest_option(const std::string& name) {
   return best;
 }
 
-OPTION_OUTCOME OPTION_READER::apply(const std::string& arg, Output& out,
-                                    std::string& diagnostics) {
+OPTION_OUTCOME OPTION_READER::apply(const std::string& arg, Output& out, std::string& diagnostics) {
   if (starts_with(arg, "--")) return apply_long(arg, out, diagnostics);
   for (const OPTION& option : kOptions) {
     if (!starts_with(arg, std::string("-") + option.name)) continue;
@@ -245,8 +245,8 @@ OPTION_OUTCOME OPTION_READER::apply_long(const std::string& arg, Output& out,
 OPTION_OUTCOME OPTION_READER::finish(std::string& diagnostics) const {
   if (settings.strict && !unknown.empty()) {
     const std::string& arg = unknown.front();
-    const std::string name = arg.substr(1, arg.find('=') == std::string::npos ? std::string::npos
-                                                                              : arg.find('=') - 1);
+    const std::string name =
+        arg.substr(1, arg.find('=') == std::string::npos ? std::string::npos : arg.find('=') - 1);
     diagnostics += "unknown option " + arg + "; did you mean -" + nearest_option(name) + "?\n";
     return OPTION_OUTCOME::usage_error;
   }

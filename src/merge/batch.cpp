@@ -17,6 +17,7 @@
 
 #include "merge/merge.h"
 #include "merge/output_names.h"
+#include "merge/problems.h"
 #include "merge/progress.h"
 #include "merge/table_loader.h"
 #include "support/atomic_file.h"
@@ -72,10 +73,11 @@ class DOCUMENTS {
   // each table is applied as soon as it is read, as the arguments come. False when one of
   // several arguments holds no "=".
   bool read_tables(const std::vector<std::string>& args, size_t first, TABLE_LOADER& loader);
-  // The one document of a run without "-each".
-  void make_one(Output& out, std::string& diagnostics);
-  // The documents of "-each" that this shard makes, each into its own file.
-  void make_each(const NAME_PATTERN& pattern);
+  // The one document of a run without "-each". Returns the exit status.
+  int make_one(Output& out, std::string& diagnostics);
+  // The documents of "-each" that this shard makes, each into its own file. Returns the
+  // exit status: 3 when a document was left without something.
+  int make_each(const NAME_PATTERN& pattern);
 
   std::vector<std::string> ids() const;
   bool generic() const { return arguments.size() == 1 && arguments[0].every_id; }
@@ -91,6 +93,11 @@ class DOCUMENTS {
   void check_targets(const std::vector<std::string>& names,
                      const std::vector<long long>& numbers) const;
   void check_not_an_input(const std::string& name, const std::string& prefix) const;
+  // Applies the tables to document number, from the template as analysed.
+  void apply_tables(long long number);
+  // "-strict": every document of this shard is made without being written, and any problem
+  // fails the run before the first file is written.
+  void check_each(const std::vector<long long>& numbers);
   void make_document(long long number, const std::string& name, PROGRESS& progress);
 
   MERGE& merge;
@@ -176,7 +183,13 @@ void DOCUMENTS::check_not_an_input(const std::string& name, const std::string& p
   }
 }
 
-void DOCUMENTS::make_one(Output& out, std::string& diagnostics) {
+int DOCUMENTS::make_one(Output& out, std::string& diagnostics) {
+  if (settings.strict) {
+    merge.report_unreplaced();
+    merge.report_not_copied();
+    refuse_problems(merge.report().problems());
+    if (merge.report().enabled()) diagnostics += merge.report().text();
+  }
   if (settings.out.empty()) {
     merge.print(out);
     out.flush();
@@ -184,11 +197,12 @@ void DOCUMENTS::make_one(Output& out, std::string& diagnostics) {
     check_not_an_input(settings.out, "");
     write_file(settings.out);
   }
-  if (merge.report().enabled()) {
+  if (merge.report().enabled() && !settings.strict) {
     merge.report_unreplaced();
     merge.report_not_copied();
     diagnostics += merge.report().text();
   }
+  return 0;
 }
 
 // A cell's bytes as its text: escapes decoded, and back in UTF-8 when the table was
@@ -251,29 +265,47 @@ void DOCUMENTS::check_targets(const std::vector<std::string>& names,
   }
 }
 
-void DOCUMENTS::make_document(long long number, const std::string& name, PROGRESS& progress) {
+void DOCUMENTS::apply_tables(long long number) {
   merge.start_document();
+  merge.report().set_document(number);
   show_block(number);
   for (size_t i = 0; i < tables.size(); ++i) merge.apply(arguments[i], tables[i]);
+  merge.report_unreplaced();
+}
+
+void DOCUMENTS::check_each(const std::vector<long long>& numbers) {
+  for (long long number : numbers) {
+    try {
+      apply_tables(number);
+    } catch (const Error& error) {
+      throw Error("document " + std::to_string(number) + ": " + error.what());
+    }
+  }
+  refuse_problems(merge.report().problems());
+}
+
+void DOCUMENTS::make_document(long long number, const std::string& name, PROGRESS& progress) {
+  apply_tables(number);
   write_file(name);
   if (merge.report().enabled()) {
-    merge.report_unreplaced();
     progress.erase();
     write_to_stderr(prefixed("document " + std::to_string(number) + ": ", merge.report().text()));
   }
   progress.document_done();
 }
 
-void DOCUMENTS::make_each(const NAME_PATTERN& pattern) {
+int DOCUMENTS::make_each(const NAME_PATTERN& pattern) {
   merge.remember_printed_lines();
   const std::vector<std::string> names = all_names(pattern);
+  if (names.empty()) {
+    fail("no document to make: no table has a row after the %lld header rows\n", settings.skip);
+  }
   const std::vector<long long> numbers = shard_documents(static_cast<long long>(names.size()));
   check_targets(names, numbers);
   // The report's lines about the tables and the template come once, before the documents'.
-  if (merge.report().enabled()) {
-    merge.report_not_copied();
-    write_to_stderr(merge.report().text());
-  }
+  merge.report_not_copied();
+  if (merge.report().enabled()) write_to_stderr(merge.report().text());
+  if (settings.strict) check_each(numbers);
   PROGRESS progress(static_cast<long long>(numbers.size()), ::isatty(STDERR_FILENO) == 1);
   for (long long number : numbers) {
     const std::string& name = names[static_cast<size_t>(number - 1)];
@@ -283,6 +315,10 @@ void DOCUMENTS::make_each(const NAME_PATTERN& pattern) {
       throw Error("document " + std::to_string(number) + " (" + name + "): " + error.what());
     }
   }
+  const std::string summary =
+      problems_summary(static_cast<long long>(numbers.size()), merge.report().problems());
+  write_to_stderr(summary);
+  return summary.empty() ? 0 : kUndoneStatus;
 }
 
 }  // namespace
@@ -295,16 +331,12 @@ int make_documents(const SETTINGS& settings, const std::vector<std::string>& arg
   if (template_at + 1 == args.size()) return kUsageStatus;
   DOCUMENTS documents(merge, args[template_at]);
   if (!documents.read_tables(args, template_at + 1, loader)) return kUsageStatus;
-  if (settings.each == 0) {
-    documents.make_one(out, diagnostics);
-    return 0;
-  }
+  if (settings.each == 0) return documents.make_one(out, diagnostics);
   NAME_PATTERN pattern;
   std::string problem;
   if (!pattern.parse(settings.out, documents.ids(), documents.generic(), &problem)) {
     diagnostics += "-out=" + settings.out + ": " + problem + "\n";
     return kUsageStatus;
   }
-  documents.make_each(pattern);
-  return 0;
+  return documents.make_each(pattern);
 }

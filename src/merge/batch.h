@@ -21,11 +21,15 @@ struct SETTINGS;
 // The status of a run whose arguments do not fit the command line's forms: the caller
 // adds the usage line.
 constexpr int kUsageStatus = 1;
+// The status of a batch that wrote its documents but left a placeholder or frame without its
+// cell, or met a finding about its tables or template.
+constexpr int kUndoneStatus = 3;
 
 // args as the command line gives them, template_at the index of the template argument.
 // out receives the one document when there is no "-out="; diagnostics the reasons of a
 // usage error and, for one document, the report (a batch of "-each" writes its report to
-// standard error as each document is done). Returns 0 or kUsageStatus; every other failure
-// throws Error.
+// standard error as each document is done). Returns 0, kUsageStatus or kUndoneStatus; every
+// other failure throws Error. With "-strict" every document is checked before anything is
+// written, and a document left without anything fails the run.
 int make_documents(const SETTINGS& settings, const std::vector<std::string>& args,
                    size_t template_at, Output& out, std::string& diagnostics);

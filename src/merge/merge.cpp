@@ -22,6 +22,7 @@ MERGE::MERGE(const SETTINGS& run_settings)
       printer(make_printer(with)),
       art(std::make_unique<EPS_FILE_SOURCE>(with.home_dir)) {
   lines.start(with.report);
+  lines.collect_problems(with.strict || with.each > 0);
 }
 
 MERGE::~MERGE() {
@@ -55,6 +56,7 @@ void MERGE::start_document() {
 // layer each stands in.
 void MERGE::apply(const TABLE_ARGUMENT& argument, const TAB_TEXT& table) {
   budget.add(table.byte_count());
+  lines.set_table(argument.file);
   const char* id = argument.every_id ? nullptr : argument.id.c_str();
   TEXT_REPLACING text_replacing{with, lines, budget, joined, room};
   ART_REPLACING art_replacing{with, lines, *art};
@@ -73,6 +75,7 @@ void MERGE::print(Output& out) {
 }
 
 void MERGE::report_unreplaced() {
+  if (!lines.enabled() && !lines.collects_problems()) return;
   for (const REPLACEABLE& object : objects) {
     lines.set_layer(object.layer);
     if (object.text) {
@@ -84,6 +87,7 @@ void MERGE::report_unreplaced() {
 }
 
 void MERGE::report_not_copied() {
+  if (!lines.enabled() && !lines.collects_problems()) return;
   printer->report_not_copied(*doc, lines);
 }
 

@@ -35,7 +35,9 @@ void TABLE_LOADER::load(const std::string& file, const AI_DOCUMENT& doc, TAB_TEX
                         size_t max_records) {
   if (with.table == TABLE_FORM::raw) {
     table.init(file.c_str(), max_records);
-    if (findings.enabled()) report_string_hazards(file, table, findings);
+    if (findings.enabled() || findings.collects_problems()) {
+      report_string_hazards(file, table, findings);
+    }
     return;
   }
   if (!charset) charset = std::make_unique<CHARSET>(template_text_encoding(doc));

@@ -132,6 +132,7 @@ void report_not_copied(const AI_DOCUMENT& doc, bool copies_whole_text, REPORT& r
     const std::string lines = first == last
                                   ? "line " + std::to_string(first)
                                   : "lines " + std::to_string(first) + "-" + std::to_string(last);
-    report.add_line("not copied: " + lines + ", " + range.what + "; -keep copies them");
+    report.finding(PROBLEM::KIND::not_copied,
+                   "not copied: " + lines + ", " + range.what + "; -keep copies them");
   }
 }

@@ -160,15 +160,22 @@ void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table,
   if (!cell || !*cell) {
     no_data = 1;
     removed = with.settings.rm;
-    report.add("placed art", *placeholder, row, col, removed ? "removed" : "kept: no cell");
+    if (removed) {
+      report.add("placed art", *placeholder, row, col, "removed");
+    } else {
+      report.undone(PROBLEM::KIND::no_cell, "placed art", *placeholder, row, col, "kept: no cell");
+    }
     return;
   }
   bquote.file_string = std::string("(") + cell + ")";
   NEW_ART art = with.source.find(cell, table.escaped());
   new_file = std::move(art.path);
-  report.add(
-      "placed art", *placeholder, row, col,
-      "replaced, " + (art.box ? fit(*art.box, with.settings) : std::string("file not found")));
+  if (art.box) {
+    report.add("placed art", *placeholder, row, col, "replaced, " + fit(*art.box, with.settings));
+  } else {
+    report.undone(PROBLEM::KIND::no_art, "placed art", *placeholder, row, col,
+                  "replaced, file not found");
+  }
 }
 
 void AI_PLACED_ART_REPLACE::restore_analysed() {
@@ -185,7 +192,8 @@ void AI_PLACED_ART_REPLACE::report_unreplaced(REPORT& report) const {
   int row = 0;
   int col = 0;
   name_rowcol(name.c_str(), &row, &col);
-  report.add("placed art", *placeholder, row, col, "kept: no table for its identifier");
+  report.undone(PROBLEM::KIND::no_table, "placed art", *placeholder, row, col,
+                "kept: no table for its identifier");
 }
 
 // One scale for both axes, the smaller ratio of frame to art ("-fit=min") or the larger,

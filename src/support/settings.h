@@ -22,7 +22,7 @@ struct SETTINGS {
   std::string home_dir = "/home/mesoli/";  // placed-art cells are paths below this folder
   bool report = false;                     // report what became of each placeholder
   bool keep = false;                       // copy the template whole, rewrite only what changed
-  bool strict = false;  // write nothing unless every document is complete
+  bool strict = false;                     // write nothing unless every document is complete
   TABLE_FORM table = TABLE_FORM::raw;
   std::string encoding;  // the document's text encoding; empty: as the template says
 

@@ -26,6 +26,9 @@ TEST(StringHazardsTest, CellsThatWouldBreakTheirString) {
       {"last\r", "ends in a carriage return;"},
       {"(\\\r", "\"(\" without \")\" leaves the string open;ends in a carriage return;"},
       {"a\rb", "holds a carriage return;"},
+      {"\xEF\xBB\xBFName", "begins with a byte-order mark; -table=tsv reads it;"},
+      {"Caf\xC3\xA9", "holds UTF-8, written as its bytes; -table=tsv or -table=csv converts it;"},
+      {"Caf\xE9 \xC3(", "\"(\" without \")\" leaves the string open;"},  // one byte a character
   };
   for (const auto& c : cases) EXPECT_EQ(c.findings, findings(c.cell)) << c.cell;
 }

@@ -31,6 +31,7 @@ void TAB_TEXT::init_from_bytes(std::string bytes, size_t max_records) {
   recs.clear();
   set_block(0, kWhole);
   cells_escaped = false;
+  nul_seen = bytes.find('\0') != std::string::npos;
   buffer = std::move(bytes);
   setup_rec(max_records);
 }
@@ -39,6 +40,7 @@ void TAB_TEXT::init_from_cells(std::string cells, const std::vector<size_t>& row
   recs.clear();
   set_block(0, kWhole);
   cells_escaped = true;
+  nul_seen = false;
   buffer = std::move(cells);
   recs.resize(row_sizes.size());
   const char* text = buffer.c_str();

@@ -41,6 +41,8 @@ class TAB_TEXT {
   // The cell's text, or nullptr when there is no such cell. Valid until the next init.
   // Rows count within the block (see set_block).
   const char* get_field(long long row, long long col) const;
+  // Whether a NUL byte of the file ended the table before the file's end.
+  bool cut_at_nul() const { return nul_seen; }
   // The records of the whole table, whatever the block.
   int rec_count() const { return static_cast<int>(recs.size()); }
   // The bytes of the block's records; of the whole table while no block is set.
@@ -60,6 +62,7 @@ class TAB_TEXT {
   std::string buffer;
   std::vector<TAB_TEXT_REC> recs;
   bool cells_escaped = false;
+  bool nul_seen = false;
   size_t block_first = 0;
   size_t block_count = kWhole;
 };

@@ -129,7 +129,7 @@ void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab, TEXT_REPLA
   bool replaced = false;
   if (with.settings.rx) {
     const char* pattern = placeholder_pattern(id, true);
-    font_replace(pattern, with.report);
+    font_replace(pattern, tab, with);
     if (any) replaced = setup_tabtxt_replace(text, pattern, plain_id, tab, with);
   } else if (any && plain_id) {
     PLAIN_PLACEHOLDERS placeholders(id);
@@ -138,7 +138,7 @@ void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab, TEXT_REPLA
     replaced = setup_tabtxt_replace(text, placeholder_pattern(id, false), false, tab, with);
   }
   if (replaced) setup_tabtxt_split(text);
-  rimba_encode_tx();
+  rimba_encode_tx(with.report);
 }
 
 bool AI_POINT_TEXT::setup_tabtxt_replace(std::string& text, const char* pattern, bool needs_dashes,
@@ -169,7 +169,7 @@ bool AI_POINT_TEXT::setup_tabtxt_walk(std::string& text, MATCHER& matcher, bool 
     const char* cell = tab.get_field(row - 1, col - 1);
     const bool no_cell = !cell || !*cell;
     if (no_cell && !with.settings.rm) {
-      if (kept.insert(match).second) report(match, row, col, "kept: no cell", with.report);
+      if (kept.insert(match).second) report(match, row, col, "kept: no cell", with.report, true);
       continue;
     }
     report(match, row, col, no_cell ? "removed" : "replaced", with.report);
@@ -189,15 +189,19 @@ bool AI_POINT_TEXT::setup_tabtxt_walk(std::string& text, MATCHER& matcher, bool 
 }
 
 void AI_POINT_TEXT::report(const std::string& match, long long row, long long col,
-                           const char* outcome, REPORT& to) {
-  if (!to.enabled()) return;
+                           const char* outcome, REPORT& to, bool undone) {
+  if (!to.enabled() && !to.collects_problems()) return;
   const std::string placeholder = without_tabs(match);
   REPORT_NOTES& notes_here = report_notes();
   notes_here.reported.insert(placeholder);
   auto font = notes_here.fonts_set.find(placeholder);
   std::string what = outcome;
   if (font != notes_here.fonts_set.end()) what += ", font set to " + font->second;
-  to.add("text", placeholder, row, col, what);
+  if (undone) {
+    to.undone(PROBLEM::KIND::no_cell, "text", placeholder, row, col, what);
+  } else {
+    to.add("text", placeholder, row, col, what);
+  }
 }
 
 void AI_POINT_TEXT::restore_analysed() {
@@ -225,7 +229,8 @@ void AI_POINT_TEXT::report_unreplaced(const SETTINGS& settings, REPORT& report) 
     long long row = 0;
     long long col = 0;
     placeholder_cell(match, settings.rx, &row, &col);
-    report.add("text", placeholder, row, col, "kept: no table for its identifier");
+    report.undone(PROBLEM::KIND::no_table, "text", placeholder, row, col,
+                  "kept: no table for its identifier");
   }
 }
 

@@ -92,11 +92,12 @@ class AI_POINT_TEXT {
   bool setup_tabtxt_walk(std::string& text, MATCHER& matcher, bool needs_dashes,
                          const TAB_TEXT& tab, TEXT_REPLACING& with);
   void setup_tabtxt_split(const std::string& text);
-  void font_replace(const char* pattern, const REPORT& report);
-  void rimba_encode_tx();
+  void font_replace(const char* pattern, const TAB_TEXT& tab, const TEXT_REPLACING& with);
+  void rimba_encode_tx(REPORT& report);
   void setupTxTX(TEXT_OP op, const STACK& stack);
+  // A placeholder's line in the report; a problem too when it was left without its cell.
   void report(const std::string& match, long long row, long long col, const char* outcome,
-              REPORT& to);
+              REPORT& to, bool undone = false);
 
   std::pmr::memory_resource* memory;
   OP_Tp Tp;
