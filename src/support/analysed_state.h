@@ -23,6 +23,8 @@ class ANALYSED_STATE {
     put(*saved);
     changed = false;
   }
+  // The state as the analysis left it, once a change was about to be made; null before.
+  const STATE* analysed() const { return saved.get(); }
 
  private:
   std::unique_ptr<STATE> saved;

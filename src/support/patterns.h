@@ -48,8 +48,10 @@ class PLAIN_PLACEHOLDERS {
   explicit PLAIN_PLACEHOLDERS(const char* identifier) : id(identifier) {}
   // Makes text (up to its NUL) the subject and restarts the walk; the text is not copied.
   void init_offset(const char* text);
-  // As MY_REGEX::match_next.
+  // As MY_REGEX::match_next, position and skip_to.
   int match_next(std::string& out);
+  size_t position() const { return offset; }
+  void skip_to(size_t at) { offset = at; }
 
  private:
   // The end of the placeholder that starts at start, or npos.

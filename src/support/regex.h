@@ -15,6 +15,9 @@ class MY_REGEX {
   // Makes text (up to its NUL) the subject and restarts the walk at its beginning. The text
   // is not copied: it must stay as it is while the walk goes on.
   const char* init_offset(const char* text);
+  // Where the walk stands: after the last match. skip_to moves it.
+  size_t position() const { return offset; }
+  void skip_to(size_t at) { offset = at; }
   // Non-overlapping matches in the whole subject; does not move the walk.
   int match_count() const;
   // The next match from where the walk stands: copies it into out and moves past it.

@@ -74,10 +74,11 @@ void AI_POINT_TEXT::print(Output& out) const {
   for (const AI_TxTX& run : TxTX) run.print(out);
 }
 
-bool AI_POINT_TEXT::TxTXstring(std::string_view sep, std::string& text) const {
+bool AI_POINT_TEXT::join_strings(const std::vector<AI_TxTX>& runs, std::string_view sep,
+                                 std::string& text) {
   bool any = false;
   text.clear();
-  for (const AI_TxTX& run : TxTX) {
+  for (const AI_TxTX& run : runs) {
     const std::string* str = run.string();
     if (!str) continue;
     if (any) text += sep;
@@ -121,7 +122,11 @@ bool AI_POINT_TEXT::may_hold_placeholder(const char* id) const {
 void AI_POINT_TEXT::setup_tabtxt(const char* id, const TAB_TEXT& tab, TEXT_REPLACING& with) {
   if (notes) notes->fonts_set.clear();
   if (!may_hold_placeholder(id)) return;
-  if (with.settings.each > 0) analysed.keep([this] { return TxTX; });
+  // What the report needs of the strings as analysed, once cells go in as text.
+  const bool reported = with.report.enabled() || with.report.collects_problems();
+  if (with.settings.each > 0 || ((decoded || tab.escaped()) && reported)) {
+    analysed.keep([this] { return TxTX; });
+  }
   std::string& text = with.joined;
   const bool any = TxTXstring("\t", text);
   const bool plain_id = !id || plain_identifier(id);
@@ -157,10 +162,15 @@ template <typename MATCHER>
 bool AI_POINT_TEXT::setup_tabtxt_walk(std::string& text, MATCHER& matcher, bool needs_dashes,
                                       const TAB_TEXT& tab, TEXT_REPLACING& with) {
   matcher.init_offset(text.c_str());
+  // A cell of a spreadsheet's table or of a text read by "-keep" is text: the walk goes on
+  // after it, so what it holds is never taken for a placeholder. The default walk starts
+  // again from the beginning.
+  const bool cells_are_text = decoded || tab.escaped();
   int matches = 0;
   bool replaced = false;
   std::string match;
   std::set<std::string> kept;
+  std::set<std::string> reported;
   while ((!needs_dashes || holds_two_dashes(text)) && matcher.match_next(match)) {
     if (++matches > kMaxMatches) endless_expansion(match);
     long long row = 0;
@@ -172,7 +182,9 @@ bool AI_POINT_TEXT::setup_tabtxt_walk(std::string& text, MATCHER& matcher, bool 
       if (kept.insert(match).second) report(match, row, col, "kept: no cell", with.report, true);
       continue;
     }
-    report(match, row, col, no_cell ? "removed" : "replaced", with.report);
+    if (!cells_are_text || reported.insert(match).second) {
+      report(match, row, col, no_cell ? "removed" : "replaced", with.report);
+    }
     // A cell is the body of a PostScript string, as the template's strings are.
     std::string made;  // the cell decoded, or followed by a tab
     std::string_view replacement = cell ? cell : "";
@@ -180,8 +192,17 @@ bool AI_POINT_TEXT::setup_tabtxt_walk(std::string& text, MATCHER& matcher, bool 
     if (match.find('\t') != std::string::npos) {
       replacement = made = std::string(replacement) + '\t';
     }
-    MY_STRING::replace_in(text, match, replacement, with.room);
     replaced = true;
+    if (cells_are_text) {
+      cells_were_text = true;
+      const size_t start = matcher.position() - match.size();
+      text.replace(start, match.size(), replacement);
+      matcher.init_offset(text.c_str());
+      matcher.skip_to(start + replacement.size());
+      if (!with.budget.take(text.size())) endless_expansion(match);
+      continue;
+    }
+    MY_STRING::replace_in(text, match, replacement, with.room);
     if (!with.budget.take(text.size())) endless_expansion(match);
     matcher.init_offset(text.c_str());
   }
@@ -208,6 +229,7 @@ void AI_POINT_TEXT::restore_analysed() {
   analysed.restore([this](const std::vector<AI_TxTX>& runs) {
     TxTX = runs;
     notes.reset();
+    cells_were_text = false;
   });
 }
 
@@ -218,7 +240,8 @@ AI_POINT_TEXT::REPORT_NOTES& AI_POINT_TEXT::report_notes() {
 
 void AI_POINT_TEXT::report_unreplaced(const SETTINGS& settings, REPORT& report) const {
   std::string text;
-  if (!TxTXstring("\t", text)) return;
+  const bool as_analysed = cells_were_text && analysed.analysed();
+  if (!join_strings(as_analysed ? *analysed.analysed() : TxTX, "\t", text)) return;
   MY_REGEX regex;
   regex.compile(placeholder_pattern(nullptr, settings.rx));
   regex.init_offset(text.c_str());

@@ -62,7 +62,9 @@ class AI_POINT_TEXT {
   void print(Output& out) const;
   // The runs' strings joined with sep into text, every byte of them; false when no run has
   // a string.
-  bool TxTXstring(std::string_view sep, std::string& text) const;
+  bool TxTXstring(std::string_view sep, std::string& text) const {
+    return join_strings(TxTX, sep, text);
+  }
   // The string of the one run that has one; null when none has, or when several have
   // (*several is then set).
   const std::string* only_string(bool* several) const;
@@ -81,6 +83,8 @@ class AI_POINT_TEXT {
   const std::vector<AI_TxTX>& runs() const { return TxTX; }
 
  private:
+  static bool join_strings(const std::vector<AI_TxTX>& runs, std::string_view sep,
+                           std::string& text);
   bool may_hold_placeholder(const char* id) const;
   // Replaces in text; whether any placeholder was replaced or removed.
   // needs_dashes: whether every match holds two dashes.
@@ -107,6 +111,9 @@ class AI_POINT_TEXT {
   size_t TxTX_index = 0;
   bool TP_mark = false;
   bool decoded = false;
+  // Whether a cell went in as text (see setup_tabtxt_walk): the placeholders left are then
+  // those of the strings as analysed.
+  bool cells_were_text = false;
 
   // What "-report" needs to remember: the placeholders already reported, and the fonts set
   // by the current pass. Made only when the run is reported.
