@@ -124,6 +124,8 @@ const OPTION kOptions[] = {
     {"shard=", "I/M", "make only documents I, I+M, I+2M, ...", set_shard},
     {"strict", nullptr, "write nothing unless every placeholder and frame gets its cell",
      set_flag<&SETTINGS::strict>},
+    {"sync", nullptr, "each file written reaches the disk before it takes its name",
+     set_flag<&SETTINGS::sync>},
 };
 
 bool takes_value(const OPTION& option) {

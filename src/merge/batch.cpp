@@ -80,6 +80,8 @@ class DOCUMENTS {
   int make_each(const NAME_PATTERN& pattern);
 
   std::vector<std::string> ids() const;
+  // The files that the cells of a placed-art table name are inputs too.
+  void add_art_inputs(const TAB_TEXT& table);
   bool generic() const { return arguments.size() == 1 && arguments[0].every_id; }
 
  private:
@@ -134,6 +136,7 @@ bool DOCUMENTS::read_tables(const std::vector<std::string>& args, size_t first,
     TAB_TEXT& table = tables.emplace_back();
     loader.load(argument->file, merge.document(), table, max_records);
     if (std::optional<FILE_ID> id = file_id(argument->file)) inputs.insert(*id);
+    if (argument->placed) add_art_inputs(table);
     if (settings.each > 0) continue;
     table.set_block(skip, kAllRows);
     merge.apply(*argument, table);
@@ -142,6 +145,17 @@ bool DOCUMENTS::read_tables(const std::vector<std::string>& args, size_t first,
     utf8 = std::make_unique<UTF8_FROM>(loader.encoding());
   }
   return true;
+}
+
+void DOCUMENTS::add_art_inputs(const TAB_TEXT& table) {
+  for (long long row = 0; row < table.rec_count(); ++row) {
+    for (long long col = 0; const char* cell = table.get_field(row, col); ++col) {
+      if (!*cell) continue;
+      const std::optional<std::string> path = merge.art_path(cell, table.escaped());
+      if (!path) continue;
+      if (std::optional<FILE_ID> id = file_id(*path)) inputs.insert(*id);
+    }
+  }
 }
 
 std::vector<std::string> DOCUMENTS::ids() const {
@@ -167,17 +181,30 @@ void DOCUMENTS::show_block(long long number) {
 }
 
 void DOCUMENTS::write_file(const std::string& name) {
-  ATOMIC_FILE file(name);
-  Output out(file.descriptor());
-  merge.print(out);
-  out.flush();
-  file.commit();
+  try {
+    ATOMIC_FILE file(name);
+    Output out(file.descriptor());
+    merge.print(out);
+    out.flush();
+    file.commit(settings.sync);
+  } catch (const Error& error) {
+    if (error.reason().empty()) throw;
+    throw Error(error.what() + ("cannot write " + name + ": " + error.reason() + "\n"));
+  }
 }
 
+// Only a regular file is replaced: a name held by a folder, a FIFO, a device or a socket,
+// or by a file the run reads, would lose it or hang the run.
 void DOCUMENTS::check_not_an_input(const std::string& name, const std::string& prefix) const {
   struct stat status;
   if (::stat(name.c_str(), &status) != 0) return;
   if (S_ISDIR(status.st_mode)) fail("%sa folder has that name\n", prefix.c_str());
+  if (!S_ISREG(status.st_mode)) {
+    fail("%s%s has that name, and only a regular file is written over\n", prefix.c_str(),
+         S_ISFIFO(status.st_mode)   ? "a FIFO"
+         : S_ISSOCK(status.st_mode) ? "a socket"
+                                    : "a device");
+  }
   if (inputs.count(FILE_ID{status.st_dev, status.st_ino})) {
     fail("%san input of this run has that name\n", prefix.c_str());
   }
@@ -194,6 +221,7 @@ int DOCUMENTS::make_one(Output& out, std::string& diagnostics) {
     merge.print(out);
     out.flush();
   } else {
+    remove_dead_temporaries(folder_of(settings.out));
     check_not_an_input(settings.out, "");
     write_file(settings.out);
   }
@@ -258,8 +286,11 @@ void DOCUMENTS::check_targets(const std::vector<std::string>& names,
     const std::string& name = names[static_cast<size_t>(number - 1)];
     const std::string prefix = "document " + std::to_string(number) + " (" + name + "): ";
     const std::string folder = folder_of(name);
-    if (folders.insert(folder).second && ::access(folder.c_str(), W_OK | X_OK) != 0) {
-      fail("%scannot write into %s: %s\n", prefix.c_str(), folder.c_str(), std::strerror(errno));
+    if (folders.insert(folder).second) {
+      if (::access(folder.c_str(), W_OK | X_OK) != 0) {
+        fail("%scannot write into %s: %s\n", prefix.c_str(), folder.c_str(), std::strerror(errno));
+      }
+      remove_dead_temporaries(folder);
     }
     check_not_an_input(name, prefix);
   }

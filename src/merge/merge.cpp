@@ -5,6 +5,7 @@
 #include "output/printer.h"
 #include "placed/eps_file_source.h"
 #include "placed/placed_art_replace.h"
+#include "support/error.h"
 #include "support/output.h"
 #include "support/settings.h"
 #include "table/tab_text.h"
@@ -32,8 +33,12 @@ MERGE::~MERGE() {
   left_to_exit = doc.release();
 }
 
+std::optional<std::string> MERGE::art_path(std::string_view cell, bool string_body) const {
+  return art->path_of(cell, string_body);
+}
+
 void MERGE::read_template(const std::string& path) {
-  FileBytes bytes = TEMPLATE::read_file(path.c_str());
+  FileBytes bytes = explained(with.strict, [&] { return TEMPLATE::read_file(path.c_str()); });
   template_bytes = bytes.view().size();
   budget.reset(template_bytes);
   doc = std::make_unique<AI_DOCUMENT>(printer->read(std::move(bytes)));

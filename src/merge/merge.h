@@ -6,7 +6,9 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "document/replaceables.h"
 #include "support/report.h"
@@ -48,6 +50,8 @@ class MERGE {
   void report_not_copied();
 
   const SETTINGS& settings() const { return with; }
+  // The file on disk that a placed-art cell names, if it names one.
+  std::optional<std::string> art_path(std::string_view cell, bool string_body) const;
   REPORT& report() { return lines; }
   const AI_DOCUMENT& document() const { return *doc; }
   // For a batch, which prints the same template many times (see TEMPLATE).

@@ -2,6 +2,7 @@
 
 #include "document/text_encoding.h"
 #include "support/charset.h"
+#include "support/error.h"
 #include "support/file_io.h"
 #include "support/report.h"
 #include "support/settings.h"
@@ -34,15 +35,17 @@ std::string TABLE_LOADER::encoding() const {
 void TABLE_LOADER::load(const std::string& file, const AI_DOCUMENT& doc, TAB_TEXT& table,
                         size_t max_records) {
   if (with.table == TABLE_FORM::raw) {
-    table.init(file.c_str(), max_records);
+    explained(with.strict, [&] { table.init(file.c_str(), max_records); });
     if (findings.enabled() || findings.collects_problems()) {
       report_string_hazards(file, table, findings);
     }
     return;
   }
   if (!charset) charset = std::make_unique<CHARSET>(template_text_encoding(doc));
-  const std::string bytes =
-      read_whole_file(file.c_str(), "tab text file open error\n", "tab text file read error\n");
+  const std::string bytes = explained(with.strict, [&] {
+    return read_whole_file(file.c_str(), "tab text file open error\n",
+                           "tab text file read error\n");
+  });
   const char32_t separator = with.table == TABLE_FORM::tsv ? '\t' : ',';
   DELIMITED_TEXT(bytes, separator, *charset, file).read(table);
 }

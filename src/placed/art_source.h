@@ -22,6 +22,8 @@ class ART_SOURCE {
   // The art of a cell; string_body: the cell is the body of a PostScript string, as the
   // table readers of spreadsheets write cells.
   virtual NEW_ART find(std::string_view cell, bool string_body) const = 0;
+  // Only the file of a cell, when it names one: what a batch must never write over.
+  virtual std::optional<std::string> path_of(std::string_view cell, bool string_body) const = 0;
   // The PostScript of the art at path, as "-keep" embeds it; valid until next_document().
   // Nothing when it cannot be read.
   virtual std::optional<std::string_view> postscript(const std::string& path) = 0;

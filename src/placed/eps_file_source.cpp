@@ -2,9 +2,13 @@
 
 #include "placed/eps_path.h"
 
+std::optional<std::string> EPS_FILE_SOURCE::path_of(std::string_view cell, bool string_body) const {
+  return local_eps_path(cell, home, string_body);
+}
+
 NEW_ART EPS_FILE_SOURCE::find(std::string_view cell, bool string_body) const {
   NEW_ART art;
-  art.path = local_eps_path(cell, home, string_body);
+  art.path = path_of(cell, string_body);
   if (!art.path) return art;
   EPSF_INFO info(*art.path);
   if (info.analyze() == 0) art.box = info.get_HiResBoundingBox();

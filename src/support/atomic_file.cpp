@@ -1,10 +1,13 @@
 #include "support/atomic_file.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <limits.h>
 #include <signal.h>
 #include <unistd.h>
+#include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 
 #include "support/error.h"
@@ -25,6 +28,7 @@ void watch_ending_signals() {
   static bool installed = false;
   if (installed) return;
   installed = true;
+  ::signal(SIGXFSZ, SIG_IGN);
   for (int number : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) {
     struct sigaction action = {};
     if (::sigaction(number, nullptr, &action) != 0 || action.sa_handler == SIG_IGN) continue;
@@ -56,6 +60,26 @@ void set_pending(const std::string& path) {
   pending[length] = '\0';
 }
 
+// The machine's name as it can stand in a file name.
+std::string host_name() {
+  char name[256] = {};
+  if (::gethostname(name, sizeof name - 1) != 0) return "host";
+  std::string host(name, std::min<size_t>(std::strlen(name), 64));
+  for (char& c : host) {
+    if (c == '/' || c == '-') c = '_';
+  }
+  return host;
+}
+
+void sync_folder(const std::string& folder) {
+  const int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (fd < 0) return;
+  const bool synced = ::fsync(fd) == 0;
+  const int error = errno;
+  ::close(fd);
+  if (!synced) fail("cannot sync the folder %s: %s\n", folder.c_str(), std::strerror(error));
+}
+
 }  // namespace
 
 std::string folder_of(const std::string& path) {
@@ -69,7 +93,8 @@ std::string folder_of(const std::string& path) {
 ATOMIC_FILE::ATOMIC_FILE(std::string target_path) : target(std::move(target_path)) {
   watch_ending_signals();
   const std::string folder = folder_of(target);
-  const std::string stem = (folder == "/" ? "" : folder) + "/.ormel-" + std::to_string(::getpid());
+  const std::string stem =
+      (folder == "/" ? "" : folder) + "/.ormel-" + host_name() + "-" + std::to_string(::getpid());
   for (unsigned attempt = 0;; ++attempt) {
     temporary = stem + "-" + std::to_string(attempt) + ".tmp";
     set_pending(temporary);
@@ -91,13 +116,43 @@ ATOMIC_FILE::~ATOMIC_FILE() {
   }
 }
 
-void ATOMIC_FILE::commit() {
+void ATOMIC_FILE::commit(bool sync) {
   const int closing = fd;
   fd = -1;
-  if (::close(closing) != 0 && errno != EINTR) fail("output write error\n");
+  if (sync && ::fsync(closing) != 0) {
+    const int error = errno;
+    ::close(closing);
+    throw Error("output write error\n", std::strerror(error));
+  }
+  if (::close(closing) != 0 && errno != EINTR) {
+    throw Error("output write error\n", std::strerror(errno));
+  }
   if (::rename(temporary.c_str(), target.c_str()) != 0) {
     fail("cannot rename the new file to %s: %s\n", target.c_str(), std::strerror(errno));
   }
   temporary.clear();
   set_pending("");
+  if (sync) sync_folder(folder_of(target));
+}
+
+// Only names of this host are looked at: a run on another machine that writes into the same
+// shared folder may be alive though no process here has its number.
+void remove_dead_temporaries(const std::string& folder) {
+  DIR* entries = ::opendir(folder.c_str());
+  if (!entries) return;
+  const std::string prefix = ".ormel-" + host_name() + "-";
+  while (const dirent* entry = ::readdir(entries)) {
+    const std::string name = entry->d_name;
+    if (name.compare(0, prefix.size(), prefix) != 0) continue;
+    long pid = 0;
+    unsigned attempt = 0;
+    if (std::sscanf(name.c_str() + prefix.size(), "%ld-%u", &pid, &attempt) != 2 || pid <= 0 ||
+        name != prefix + std::to_string(pid) + "-" + std::to_string(attempt) + ".tmp") {
+      continue;
+    }
+    if (::kill(static_cast<pid_t>(pid), 0) != 0 && errno == ESRCH) {
+      ::unlink((folder + "/" + name).c_str());
+    }
+  }
+  ::closedir(entries);
 }

@@ -1,7 +1,8 @@
 // A file replaced whole or not at all: written under a temporary name in the target's
 // folder, then renamed over the target once complete and closed. Readers of the target see
 // the old file or the whole new one; a failure, or a signal that ends the process, removes
-// the temporary file and leaves the target as it was.
+// the temporary file and leaves the target as it was. A file grown past the process's size
+// limit (ulimit -f) fails as a full disk does, rather than ending the process.
 #pragma once
 
 #include <string>
@@ -18,8 +19,9 @@ class ATOMIC_FILE {
 
   int descriptor() const { return fd; }
   // Closes the file ("output write error" when the system reports a lost write) and renames
-  // it over the target ("cannot rename the new file to TARGET: REASON").
-  void commit();
+  // it over the target ("cannot rename the new file to TARGET: REASON"). With sync, the
+  // file's bytes reach the disk before the rename, and the folder's new entry after it.
+  void commit(bool sync = false);
 
  private:
   std::string target;
@@ -29,3 +31,7 @@ class ATOMIC_FILE {
 
 // The folder a path's file lies in: "." for a bare name, "/" for a file at the root.
 std::string folder_of(const std::string& path);
+
+// Removes from folder the temporary files that runs of ormel which no longer live left
+// behind (killed with SIGKILL, or by a power cut).
+void remove_dead_temporaries(const std::string& folder);

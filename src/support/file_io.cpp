@@ -5,6 +5,7 @@
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <utility>
@@ -19,12 +20,18 @@ struct FileCloser {
   ~FileCloser() { ::close(fd); }
 };
 
+[[noreturn]] void fail_on(const char* message, const char* doing, const char* path) {
+  throw Error(message, std::string("cannot ") + doing + " " + path + ": " + std::strerror(errno));
+}
+
 int open_file(const char* path, const char* open_error, struct stat* status) {
   int fd = ::open(path, O_RDONLY | O_CLOEXEC);
-  if (fd < 0) fail("%s", open_error);
+  if (fd < 0) fail_on(open_error, "open", path);
   if (::fstat(fd, status) != 0) {
+    const int error = errno;
     ::close(fd);
-    fail("fstat error\n");
+    errno = error;
+    fail_on("fstat error\n", "read the status of", path);
   }
   return fd;
 }
@@ -38,16 +45,24 @@ void on_bus_error(int) {
   _exit(kFailureStatus);
 }
 
-std::string read_open_file(int fd, const struct stat& status, const char* read_error) {
+// A regular file is read up to its size and a little past it (it may grow while it is
+// read); anything else up to the limit.
+std::string read_open_file(int fd, const struct stat& status, const char* path,
+                           const char* read_error, size_t limit) {
+  const size_t size = status.st_size > 0 ? static_cast<size_t>(status.st_size) : 0;
   std::string bytes;
-  size_t capacity = status.st_size > 0 ? static_cast<size_t>(status.st_size) : 0;
-  bytes.resize(capacity + 1);
+  bytes.resize(std::min(size, limit) + 1);
   size_t used = 0;
   for (;;) {
-    if (used == bytes.size()) bytes.resize(bytes.size() * 2);
+    if (used == bytes.size()) {
+      if (used > limit) {
+        fail("%s: more than %zu bytes, more than a template or table may hold\n", path, limit);
+      }
+      bytes.resize(std::min(bytes.size() * 2, limit + 1));
+    }
     ssize_t got = ::read(fd, &bytes[used], bytes.size() - used);
     if (got < 0 && errno == EINTR) continue;
-    if (got < 0) fail("%s", read_error);
+    if (got < 0) fail_on(read_error, "read", path);
     if (got == 0) break;
     used += static_cast<size_t>(got);
   }
@@ -57,10 +72,11 @@ std::string read_open_file(int fd, const struct stat& status, const char* read_e
 
 }  // namespace
 
-std::string read_whole_file(const char* path, const char* open_error, const char* read_error) {
+std::string read_whole_file(const char* path, const char* open_error, const char* read_error,
+                            size_t limit) {
   struct stat status;
   FileCloser closer{open_file(path, open_error, &status)};
-  return read_open_file(closer.fd, status, read_error);
+  return read_open_file(closer.fd, status, path, read_error, limit);
 }
 
 FileBytes FileBytes::read(const char* path, const char* open_error, const char* read_error) {
@@ -80,7 +96,7 @@ FileBytes FileBytes::read(const char* path, const char* open_error, const char* 
       return bytes;
     }
   }
-  bytes.copy = read_open_file(closer.fd, status, read_error);
+  bytes.copy = read_open_file(closer.fd, status, path, read_error, kMaxStreamBytes);
   return bytes;
 }
 

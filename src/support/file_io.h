@@ -5,10 +5,17 @@
 #include <string>
 #include <string_view>
 
+// The most a file may hold whose size is not known in advance (a pipe, a device): reading
+// stops there, so an endless stream ends the run rather than filling memory.
+constexpr size_t kMaxStreamBytes = size_t{4} << 30;
+
 // Returns the file's bytes. Reads to the end also when the size is not known in advance
-// (a pipe given as a path). Throws Error with open_error or read_error when the file cannot
-// be opened or read, and "fstat error\n" when its status cannot be read.
-std::string read_whole_file(const char* path, const char* open_error, const char* read_error);
+// (a pipe given as a path), up to limit bytes ("PATH: more than N bytes, ..." past it).
+// Throws Error with open_error or read_error when the file cannot be opened or read, and
+// "fstat error\n" when its status cannot be read, the file and the system's reason as the
+// Error's reason().
+std::string read_whole_file(const char* path, const char* open_error, const char* read_error,
+                            size_t limit = kMaxStreamBytes);
 
 // A file's bytes, read only. A regular file is mapped rather than copied, which saves a
 // large template a copy into fresh memory; any other file, and bytes given in memory, are

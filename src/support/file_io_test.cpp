@@ -45,3 +45,20 @@ TEST(FileBytesDeathTest, TruncatedUnderTheRun) {
       },
       testing::ExitedWithCode(kFailureStatus), "^read failed\n$");
 }
+
+// An endless stream stops at the limit, a missing file names itself and the system's reason.
+TEST(FileBytesTest, EndlessStreamsAndMissingFilesEndTheRunWithTheirNames) {
+  auto failure = [](const char* path, size_t limit) {
+    try {
+      read_whole_file(path, "open failed\n", "read failed\n", limit);
+    } catch (const Error& error) {
+      return std::string(error.what()) + error.reason();
+    }
+    return std::string("read");
+  };
+  EXPECT_EQ("/dev/zero: more than 65536 bytes, more than a template or table may hold\n",
+            failure("/dev/zero", 65536));
+  EXPECT_EQ("open failed\ncannot open /nonexistent/t.csv: No such file or directory",
+            failure("/nonexistent/t.csv", 65536));
+  EXPECT_EQ("read", failure("/dev/null", 0));
+}

@@ -221,7 +221,9 @@ void Output::flush() {
     const int count = static_cast<int>(std::min<size_t>(chunks.size() - next, IOV_MAX));
     ssize_t written = ::writev(fd, &chunks[next], count);
     if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) fail("output write error\n");
+    if (written <= 0) {
+      throw Error("output write error\n", written < 0 ? std::strerror(errno) : "nothing written");
+    }
     for (size_t left = static_cast<size_t>(written); left > 0;) {
       iovec& chunk = chunks[next];
       const size_t taken = std::min(left, chunk.iov_len);

@@ -23,6 +23,7 @@ struct SETTINGS {
   bool report = false;                     // report what became of each placeholder
   bool keep = false;                       // copy the template whole, rewrite only what changed
   bool strict = false;                     // write nothing unless every document is complete
+  bool sync = false;                       // each file reaches the disk before it takes its name
   TABLE_FORM table = TABLE_FORM::raw;
   std::string encoding;  // the document's text encoding; empty: as the template says
 

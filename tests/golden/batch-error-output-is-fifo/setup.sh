@@ -1,0 +1,1 @@
+mkfifo label-2.ai
