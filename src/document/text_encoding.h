@@ -7,5 +7,6 @@ class AI_DOCUMENT;
 
 // "WINDOWS-1252" when the setup section holds the Windows vector (its codes from 128 or 130
 // on, after "39/quotesingle 96/grave", begin "/Euro" or "/quotesinglbase"); "MACINTOSH"
-// for the Mac vector ("128/Adieresis"), for any other vector and when there is none.
-const char* template_text_encoding(const AI_DOCUMENT& doc);
+// for the Mac vector ("128/Adieresis"), for any other vector and when there is none. why,
+// when given, receives the reason in words, for the report.
+const char* template_text_encoding(const AI_DOCUMENT& doc, const char** why = nullptr);

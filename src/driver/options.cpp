@@ -109,6 +109,11 @@ const OPTION kOptions[] = {
     {"refpt=", "CORNER", "align new placed art to lowerleft, lowerright, upperleft or upperright",
      set_text<SETTINGS::kRefptCapacity, &SETTINGS::refpt>},
     {"table=", "raw|tsv|csv", "how tables are read", set_table_form},
+    {"table-encoding=", "NAME", "what tsv and csv tables were saved in, if not UTF-8 or UTF-16",
+     [](const std::string& value, SETTINGS& settings, std::string&) {
+       settings.table_encoding = value;
+       return true;
+     }},
     {"encoding=", "NAME", "the encoding of the document's text (an iconv name)",
      [](const std::string& value, SETTINGS& settings, std::string&) {
        settings.encoding = value;

@@ -24,6 +24,9 @@ std::optional<TABLE_ARGUMENT> cut_table_argument(const std::string& arg) {
 TABLE_LOADER::TABLE_LOADER(const SETTINGS& settings, REPORT& report)
     : with(settings), findings(report) {
   if (!with.encoding.empty()) charset = std::make_unique<CHARSET>(with.encoding);
+  if (!with.table_encoding.empty()) {
+    from_table_encoding = std::make_unique<UTF8_FROM>(with.table_encoding);
+  }
 }
 
 TABLE_LOADER::~TABLE_LOADER() = default;
@@ -41,11 +44,23 @@ void TABLE_LOADER::load(const std::string& file, const AI_DOCUMENT& doc, TAB_TEX
     }
     return;
   }
-  if (!charset) charset = std::make_unique<CHARSET>(template_text_encoding(doc));
-  const std::string bytes = explained(with.strict, [&] {
+  if (!charset || !encoding_told) {
+    const char* why = "-encoding= names it";
+    if (!charset) charset = std::make_unique<CHARSET>(template_text_encoding(doc, &why));
+    findings.add_line("tables are converted into " + charset->name() + ": " + why);
+    encoding_told = true;
+  }
+  std::string bytes = explained(with.strict, [&] {
     return read_whole_file(file.c_str(), "tab text file open error\n",
                            "tab text file read error\n");
   });
-  const char32_t separator = with.table == TABLE_FORM::tsv ? '\t' : ',';
-  DELIMITED_TEXT(bytes, separator, *charset, file).read(table);
+  if (from_table_encoding) bytes = from_table_encoding->convert(bytes);
+  DELIMITED_TEXT reader(bytes,
+                        with.table == TABLE_FORM::tsv ? '\t' : DELIMITED_TEXT::kCommaOrSemicolon,
+                        *charset, file);
+  reader.read(table);
+  if (with.table == TABLE_FORM::csv) {
+    findings.add_line(file + ": values separated by \"" +
+                      (reader.separator_read() == ';' ? ";" : ",") + "\"");
+  }
 }

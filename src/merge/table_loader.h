@@ -12,6 +12,7 @@
 
 class AI_DOCUMENT;
 class CHARSET;
+class UTF8_FROM;
 class REPORT;
 struct SETTINGS;
 
@@ -31,8 +32,9 @@ std::optional<TABLE_ARGUMENT> cut_table_argument(const std::string& arg);
 
 class TABLE_LOADER {
  public:
-  // Opens the conversion that "-encoding=" names at once, so that a name iconv does not know
-  // stops the run before the template is read. Findings go to report.
+  // Opens the conversions that "-encoding=" and "-table-encoding=" name at once, so that a
+  // name iconv does not know stops the run before the template is read. Findings go to
+  // report.
   TABLE_LOADER(const SETTINGS& settings, REPORT& report);
   ~TABLE_LOADER();
   TABLE_LOADER(const TABLE_LOADER&) = delete;
@@ -50,4 +52,6 @@ class TABLE_LOADER {
   const SETTINGS& with;
   REPORT& findings;
   std::unique_ptr<CHARSET> charset;
+  std::unique_ptr<UTF8_FROM> from_table_encoding;
+  bool encoding_told = false;  // whether the report says which encoding and why
 };

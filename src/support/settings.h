@@ -25,7 +25,8 @@ struct SETTINGS {
   bool strict = false;                     // write nothing unless every document is complete
   bool sync = false;                       // each file reaches the disk before it takes its name
   TABLE_FORM table = TABLE_FORM::raw;
-  std::string encoding;  // the document's text encoding; empty: as the template says
+  std::string encoding;        // the document's text encoding; empty: as the template says
+  std::string table_encoding;  // what spreadsheet tables are saved in; empty: UTF-8 or UTF-16
 
   // Batches: one document per block of table rows, written to files named from a pattern.
   int each = 0;          // rows per document; 0: one document from whole tables

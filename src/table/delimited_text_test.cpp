@@ -1,6 +1,7 @@
 #include "table/delimited_text.h"
 
 #include <gtest/gtest.h>
+#include <algorithm>
 #include <string>
 
 #include "support/charset.h"
@@ -66,7 +67,9 @@ TEST(DelimitedTextTest, FailuresNameTheCellTheyBeginIn) {
        "row 1, column 2: \"\xF0\x9F\x98\x80\" (U+1F600) has no code in "
        "MACINTOSH"},
       {"\"a\nb\",\"c\n\nd", "row 1, column 2: quoted cell without its closing quote"},
-      {"\"a\"\xE9", "row 1, column 1: malformed UTF-8 (byte 0xE9)"},  // not "text after"
+      {"\"a\"\xE9",  // not "text after"
+       "row 1, column 1: malformed UTF-8 (byte 0xE9)\nt.csv: if it was saved in another "
+       "encoding, name it with -table-encoding= (such as WINDOWS-1252 or MACINTOSH)"},
       // A surrogate pair in either byte order is one character.
       {std::string("\xFF\xFE\x3D\xD8\x00\xDE", 6),
        "row 1, column 1: \"\xF0\x9F\x98\x80\" (U+1F600) has no code in MACINTOSH"},
@@ -74,6 +77,17 @@ TEST(DelimitedTextTest, FailuresNameTheCellTheyBeginIn) {
        "row 1, column 1: \"\xF0\x9F\x98\x80\" (U+1F600) has no code in MACINTOSH"},
   };
   for (const auto& c : cases) EXPECT_EQ("t.csv: " + c.message + "\n", read(c.bytes)) << c.bytes;
+}
+
+// Every problem of a table is told at once: the first 20, then how many more.
+TEST(DelimitedTextTest, AllProblemsAtOnce) {
+  std::string bytes;
+  for (int row = 0; row < 22; ++row) bytes += "x,\"a\"b\n";
+  const std::string message = read(bytes);
+  EXPECT_EQ(21u, static_cast<size_t>(std::count(message.begin(), message.end(), '\n')));
+  EXPECT_NE(std::string::npos,
+            message.find("t.csv: row 20, column 2: text after the closing quote\n"
+                         "and 2 more\n"));
 }
 
 // Each malformed form stops at its first byte; each length is taken at its boundaries.

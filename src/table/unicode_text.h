@@ -19,6 +19,8 @@ class UNICODE_TEXT {
   // What was wrong with the bytes of the last kMalformed, such as "malformed UTF-8 (byte
   // 0xE9)".
   std::string problem() const;
+  // Whether the text is read as UTF-8 (it has no UTF-16 byte-order mark).
+  bool reads_utf8() const { return form == FORM::utf8; }
 
  private:
   enum class FORM { utf8, utf16le, utf16be };
