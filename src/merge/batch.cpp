@@ -251,18 +251,24 @@ std::vector<std::string> DOCUMENTS::all_names(const NAME_PATTERN& pattern) {
   auto cell = [this](size_t table, long long row, long long col) {
     return cell_text(table, row, col);
   };
-  std::unordered_map<std::string_view, long long> taken;
+  std::unordered_map<std::string, long long> taken;
   for (long long number = 1; number <= total; ++number) {
     show_block(number);
     names.push_back(pattern.name(number, cell));
   }
   for (long long number = 1; number <= total; ++number) {
     const std::string& name = names[static_cast<size_t>(number - 1)];
-    auto [first, fresh] = taken.emplace(name, number);
-    if (!fresh) {
+    auto [first, fresh] = taken.emplace(case_folded(name), number);
+    if (fresh) continue;
+    const std::string& other = names[static_cast<size_t>(first->second - 1)];
+    if (other == name) {
       fail("documents %lld and %lld would both be written to %s\n", first->second, number,
            name.c_str());
     }
+    fail(
+        "documents %lld and %lld would be written to %s and %s, one name on the shared "
+        "folders of Windows and Mac\n",
+        first->second, number, other.c_str(), name.c_str());
   }
   return names;
 }

@@ -33,16 +33,62 @@ bool fits(const std::string& name) {
   return name.size() - start <= NAME_MAX;
 }
 
+// The names Windows keeps for devices, whatever their case and extension.
+bool reserved_on_windows(const std::string& part) {
+  std::string stem = part.substr(0, part.find('.'));
+  while (!stem.empty() && stem.back() == ' ') stem.pop_back();
+  for (char& c : stem) c = static_cast<char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c);
+  if (stem == "CON" || stem == "PRN" || stem == "AUX" || stem == "NUL") return true;
+  return stem.size() == 4 && (stem.compare(0, 3, "COM") == 0 || stem.compare(0, 3, "LPT") == 0) &&
+         stem[3] >= '1' && stem[3] <= '9';
+}
+
+// A part of a path that Windows and Mac shares take as it is: not a device's name, and
+// not ending in a space or a dot (which Windows drops).
+std::string portable_part(std::string part) {
+  if (part == "." || part == ".." || part.empty()) return part;
+  if (reserved_on_windows(part)) part.insert(0, "_");
+  if (part.back() == ' ' || part.back() == '.') part.back() = '_';
+  return part;
+}
+
+std::string portable_path(const std::string& name) {
+  std::string portable;
+  size_t start = 0;
+  for (size_t slash; (slash = name.find('/', start)) != std::string::npos; start = slash + 1) {
+    portable += portable_part(name.substr(start, slash - start)) + "/";
+  }
+  return portable + portable_part(name.substr(start));
+}
+
 }  // namespace
 
 std::string safe_name_part(const std::string& text, bool at_part_start) {
   std::string safe = text;
   for (char& c : safe) {
     const unsigned char byte = static_cast<unsigned char>(c);
-    if (byte < 0x20 || byte == 0x7F || c == '/') c = '_';
+    if (byte < 0x20 || byte == 0x7F ||
+        std::string_view("/<>:\"\\|?*").find(c) != std::string_view::npos) {
+      c = '_';
+    }
   }
   if (at_part_start && !safe.empty() && safe[0] == '.') safe[0] = '_';
   return safe;
+}
+
+std::string case_folded(const std::string& name) {
+  std::string folded = name;
+  for (size_t i = 0; i < folded.size(); ++i) {
+    char& c = folded[i];
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    // Latin-1 capitals in UTF-8 (U+00C0 to U+00DE, but U+00D7): the letters of most
+    // product names that are not ASCII.
+    const auto next = i + 1 < folded.size() ? static_cast<unsigned char>(folded[i + 1]) : 0;
+    if (static_cast<unsigned char>(c) == 0xC3 && next >= 0x80 && next <= 0x9E && next != 0x97) {
+      folded[++i] = static_cast<char>(next + 0x20);
+    }
+  }
+  return folded;
 }
 
 bool NAME_PATTERN::parse(const std::string& pattern, const std::vector<std::string>& ids,
@@ -107,6 +153,7 @@ std::string NAME_PATTERN::name(long long number, const CELL_TEXT& cell_text) con
       name += safe_name_part(*text, name.empty() || name.back() == '/');
     }
   }
+  name = portable_path(name);
   if (!fits(name)) fail("document %lld: file name too long: %s\n", number, name.c_str());
   return name;
 }

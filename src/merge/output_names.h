@@ -39,7 +39,14 @@ class NAME_PATTERN {
   std::vector<PART> parts;
 };
 
-// Text made safe to stand in a file name: "/" and control characters (below 0x20, and 0x7F)
-// become "_", and so does a "." that would begin the name's part (at_part_start), so that
-// no cell makes a hidden file, "." or "..". Other bytes (UTF-8 among them) stay.
+// Text made safe to stand in a file name: "/", the characters Windows forbids in names
+// (< > : " \ | ? *) and control characters (below 0x20, and 0x7F) become "_", and so does a
+// "." that would begin the name's part (at_part_start), so that no cell makes a hidden
+// file, "." or "..". Other bytes (UTF-8 among them) stay. Once the whole name is made, a
+// part of it that is a device's name on Windows (CON, NUL, COM1, ... with any extension)
+// gets a "_" before it, and one that ends in a space or a dot gets a "_" in its place.
 std::string safe_name_part(const std::string& text, bool at_part_start);
+
+// The name as the shares of Windows and Mac compare names: letters of ASCII and Latin-1 in
+// lower case, so that two names that differ only in case are found to clash.
+std::string case_folded(const std::string& name);

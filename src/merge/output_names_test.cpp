@@ -69,4 +69,21 @@ TEST(OutputNamesTest, CellsAreMadeSafe) {
   EXPECT_EQ("v1.2", safe_name_part("v1.2", true));
   EXPECT_EQ(".5", safe_name_part(".5", false));  // inside a part a dot hides nothing
   EXPECT_EQ("_.", safe_name_part("..", true));
+  EXPECT_EQ("a_b_c_d_e_f_g_h_", safe_name_part("a<b>c:d\"e\\f|g?h*", false));
+}
+
+// What Windows and Mac shares cannot hold is changed in the whole name, parts from cells and
+// from the pattern alike.
+TEST(OutputNamesTest, NamesFitWindowsAndMacShares) {
+  const struct {
+    const char* pattern;
+    const char* name;
+  } cases[] = {
+      {"CON.ai", "_CON.ai"},    {"out/nul", "out/_nul"},      {"com7.tar.gz", "_com7.tar.gz"},
+      {"COM10.ai", "COM10.ai"}, {"console.ai", "console.ai"}, {"lpt0.ai", "lpt0.ai"},
+      {"label. ", "label._"},   {"dir./x.ai", "dir_/x.ai"},   {"../#.ai", "../1.ai"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(c.name, name_or_error(c.pattern, 1)) << c.pattern;
+  EXPECT_EQ(case_folded("salak-\xC3\xA9.ai"), case_folded("SALAK-\xC3\x89.AI"));
+  EXPECT_NE(case_folded("a\xC3\x97"), case_folded("a\xC3\xB7"));  // x and / are no letters
 }
