@@ -24,16 +24,16 @@ const char* TAB_TEXT_REC::get_field(long long col) const {
 void TAB_TEXT::init(const char* file_name, size_t max_records) {
   init_from_bytes(
       read_whole_file(file_name, "tab text file open error\n", "tab text file read error\n"),
-      max_records);
+      max_records, file_name);
 }
 
-void TAB_TEXT::init_from_bytes(std::string bytes, size_t max_records) {
+void TAB_TEXT::init_from_bytes(std::string bytes, size_t max_records, const char* file_name) {
   recs.clear();
   set_block(0, kWhole);
   cells_escaped = false;
   nul_seen = bytes.find('\0') != std::string::npos;
   buffer = std::move(bytes);
-  setup_rec(max_records);
+  setup_rec(max_records, file_name);
 }
 
 void TAB_TEXT::init_from_cells(std::string cells, const std::vector<size_t>& row_sizes) {
@@ -54,10 +54,13 @@ void TAB_TEXT::init_from_cells(std::string cells, const std::vector<size_t>& row
 
 // A line feed ends a record; one at the very end of the file starts no new record. The
 // buffer's own terminator ends the last record, so a NUL byte inside the file ends it too.
-void TAB_TEXT::setup_rec(size_t max_records) {
+void TAB_TEXT::setup_rec(size_t max_records, const char* file_name) {
   char* start = &buffer[0];
   while (*start != '\0') {
-    if (recs.size() == max_records) fail("overflow rec\n");
+    if (recs.size() == max_records) {
+      throw Error("overflow rec\n", std::string(file_name) + " has more than " +
+                                        std::to_string(max_records) + " rows");
+    }
     char* line_feed = std::strchr(start, '\n');
     if (line_feed) *line_feed = '\0';
     recs.emplace_back();

@@ -30,7 +30,8 @@ class TAB_TEXT {
   // fail the run ("overflow rec").
   void init(const char* file_name, size_t max_records = kMaxRecords);
   // Cuts bytes that are already in memory, as init does with a file's bytes.
-  void init_from_bytes(std::string bytes, size_t max_records = kMaxRecords);
+  void init_from_bytes(std::string bytes, size_t max_records = kMaxRecords,
+                       const char* file_name = "the table");
   // Takes cells another reader has cut and escaped as PostScript string bodies: cells holds
   // their texts row by row, each ended by a NUL, and row_sizes the number of cells of each
   // row. No limit on the number of rows.
@@ -55,7 +56,8 @@ class TAB_TEXT {
 
  private:
   static constexpr size_t kWhole = std::numeric_limits<size_t>::max();
-  void setup_rec(size_t max_records);
+  // file_name names the file in the reason of "overflow rec" (Error::reason).
+  void setup_rec(size_t max_records, const char* file_name);
   // Where record index begins in the buffer; the buffer's end past the last record.
   size_t record_offset(size_t index) const;
 
