@@ -222,7 +222,7 @@ int DOCUMENTS::make_one(Output& out, std::string& diagnostics) {
     out.flush();
   } else {
     remove_dead_temporaries(folder_of(settings.out));
-    check_not_an_input(settings.out, "");
+    check_not_an_input(settings.out, settings.out + ": ");
     write_file(settings.out);
   }
   if (merge.report().enabled() && !settings.strict) {
