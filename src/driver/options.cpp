@@ -51,12 +51,22 @@ bool set_shard(const std::string& value, SETTINGS& settings) {
   return true;
 }
 
+// A name ending in ".pdf" or ".png", in any case, asks for rendered pages.
+OUTPUT_FORM form_of(const std::string& name) {
+  std::string end = name.size() >= 4 ? name.substr(name.size() - 4) : "";
+  for (char& c : end) c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+  if (end == ".pdf") return OUTPUT_FORM::pdf;
+  if (end == ".png") return OUTPUT_FORM::png;
+  return OUTPUT_FORM::document;
+}
+
 OPTION_OUTCOME refuse(const std::string& arg, const char* why, std::string& diagnostics) {
   diagnostics += arg + ": " + why + "\n";
   return OPTION_OUTCOME::usage_error;
 }
 
-// The options of batches: "-each=N", "-skip=K", "-out=PATTERN" and "-shard=I/M".
+// The options of batches: "-each=N", "-skip=K", "-out=PATTERN", "-shard=I/M" and
+// "-dpi=N".
 OPTION_OUTCOME apply_batch_option(const std::string& arg, SETTINGS& settings,
                                   std::string& diagnostics) {
   const std::string value = arg.substr(arg.find('=') + 1);
@@ -69,6 +79,13 @@ OPTION_OUTCOME apply_batch_option(const std::string& arg, SETTINGS& settings,
   } else if (starts_with(arg, "-out=")) {
     if (value.empty()) return refuse(arg, "no file name", diagnostics);
     settings.out = value;
+    settings.form = form_of(value);
+  } else if (starts_with(arg, "-dpi=")) {
+    long long dpi = 0;
+    if (!read_decimal(value, SETTINGS::kMaxDpi, &dpi) || dpi < 1) {
+      return refuse(arg, "not a number from 1 to 2400", diagnostics);
+    }
+    settings.dpi = static_cast<int>(dpi);
   } else if (!set_shard(value, settings)) {
     return refuse(arg, "not I/M, two numbers with 1 <= I <= M", diagnostics);
   }
@@ -77,7 +94,7 @@ OPTION_OUTCOME apply_batch_option(const std::string& arg, SETTINGS& settings,
 
 bool is_batch_option(const std::string& arg) {
   return starts_with(arg, "-each=") || starts_with(arg, "-skip=") || starts_with(arg, "-out=") ||
-         starts_with(arg, "-shard=");
+         starts_with(arg, "-shard=") || starts_with(arg, "-dpi=");
 }
 
 }  // namespace

@@ -19,6 +19,7 @@
 #include "merge/output_names.h"
 #include "merge/progress.h"
 #include "merge/table_loader.h"
+#include "output/pages.h"
 #include "support/atomic_file.h"
 #include "support/charset.h"
 #include "support/error.h"
@@ -76,6 +77,8 @@ class DOCUMENTS {
   void make_one(Output& out, std::string& diagnostics);
   // The documents of "-each" that this shard makes, each into its own file.
   void make_each(const NAME_PATTERN& pattern);
+  // The documents of "-each" that this shard makes, each a page of the one PDF book.
+  void make_book(const std::string& book);
 
   std::vector<std::string> ids() const;
   bool generic() const { return arguments.size() == 1 && arguments[0].every_id; }
@@ -85,6 +88,8 @@ class DOCUMENTS {
   // Lets every table show the rows of document number's block.
   void show_block(long long number);
   void write_file(const std::string& name);
+  void render_one();
+  void make_documents(const std::vector<std::string>& names, const std::vector<long long>& numbers);
   std::optional<std::string> cell_text(size_t table, long long row, long long col) const;
   std::vector<std::string> all_names(const NAME_PATTERN& pattern);
   std::vector<long long> shard_documents(long long total) const;
@@ -101,6 +106,8 @@ class DOCUMENTS {
   std::set<FILE_ID> inputs;
   // Cells converted from UTF-8 go back into it for file names.
   std::unique_ptr<UTF8_FROM> utf8;
+  // Where Ghostscript's pages of the documents go, when the run renders them.
+  std::unique_ptr<PAGES> pages;
 };
 
 DOCUMENTS::DOCUMENTS(MERGE& run, const std::string& template_path)
@@ -160,6 +167,12 @@ void DOCUMENTS::show_block(long long number) {
 }
 
 void DOCUMENTS::write_file(const std::string& name) {
+  if (pages) {
+    Output document;
+    merge.print(document);
+    pages->add(document.text());
+    return;
+  }
   ATOMIC_FILE file(name);
   Output out(file.descriptor());
   merge.print(out);
@@ -176,13 +189,28 @@ void DOCUMENTS::check_not_an_input(const std::string& name, const std::string& p
   }
 }
 
+// The one document's page, its failures named by the file as a batch's are.
+void DOCUMENTS::render_one() {
+  try {
+    pages = std::make_unique<ONE_FILE_PAGES>(settings, settings.out);
+    write_file(settings.out);
+    pages->finish();
+  } catch (const Error& error) {
+    throw Error(settings.out + ": " + error.what());
+  }
+}
+
 void DOCUMENTS::make_one(Output& out, std::string& diagnostics) {
   if (settings.out.empty()) {
     merge.print(out);
     out.flush();
   } else {
     check_not_an_input(settings.out, "");
-    write_file(settings.out);
+    if (settings.form == OUTPUT_FORM::document) {
+      write_file(settings.out);
+    } else {
+      render_one();
+    }
   }
   if (merge.report().enabled()) {
     merge.report_unreplaced();
@@ -269,6 +297,27 @@ void DOCUMENTS::make_each(const NAME_PATTERN& pattern) {
   const std::vector<std::string> names = all_names(pattern);
   const std::vector<long long> numbers = shard_documents(static_cast<long long>(names.size()));
   check_targets(names, numbers);
+  if (settings.form != OUTPUT_FORM::document && !numbers.empty()) {
+    std::vector<std::string> shard_names;
+    for (long long number : numbers) shard_names.push_back(names[static_cast<size_t>(number - 1)]);
+    pages = std::make_unique<PAGE_FILES>(settings, std::move(shard_names));
+  }
+  make_documents(names, numbers);
+}
+
+void DOCUMENTS::make_book(const std::string& book) {
+  merge.remember_printed_lines();
+  const long long total = document_count();
+  const std::vector<long long> numbers = shard_documents(total);
+  if (numbers.empty()) return;
+  check_not_an_input(book, "");
+  pages = std::make_unique<ONE_FILE_PAGES>(settings, book);
+  make_documents(std::vector<std::string>(static_cast<size_t>(total), book), numbers);
+  pages->finish();
+}
+
+void DOCUMENTS::make_documents(const std::vector<std::string>& names,
+                               const std::vector<long long>& numbers) {
   // The report's lines about the tables and the template come once, before the documents'.
   if (merge.report().enabled()) {
     merge.report_not_copied();
@@ -285,6 +334,26 @@ void DOCUMENTS::make_each(const NAME_PATTERN& pattern) {
   }
 }
 
+// A PDF pattern that names no document ("#" or a cell) makes one PDF of the run, or, with
+// "-shard=I/M", one of the shard, whose name has I in place of "{shard}". Nothing when the
+// run writes a file per document, or when problem says why it cannot run.
+std::optional<std::string> book_name(const SETTINGS& settings, std::string* problem) {
+  static constexpr char kShard[] = "{shard}";
+  std::string name = settings.out;
+  const size_t shard_at = name.find(kShard);
+  if (settings.shards > 0 && shard_at != std::string::npos) {
+    name.replace(shard_at, sizeof kShard - 1, std::to_string(settings.shard));
+  }
+  if (settings.form != OUTPUT_FORM::pdf || name.find_first_of("#{") != std::string::npos) {
+    return std::nullopt;
+  }
+  if (settings.shards > 0 && shard_at == std::string::npos) {
+    *problem = "every shard would write this PDF: put {shard} in its name";
+    return std::nullopt;
+  }
+  return name;
+}
+
 }  // namespace
 
 int make_documents(const SETTINGS& settings, const std::vector<std::string>& args,
@@ -299,9 +368,14 @@ int make_documents(const SETTINGS& settings, const std::vector<std::string>& arg
     documents.make_one(out, diagnostics);
     return 0;
   }
-  NAME_PATTERN pattern;
   std::string problem;
-  if (!pattern.parse(settings.out, documents.ids(), documents.generic(), &problem)) {
+  if (std::optional<std::string> book = book_name(settings, &problem)) {
+    documents.make_book(*book);
+    return 0;
+  }
+  NAME_PATTERN pattern;
+  if (!problem.empty() ||
+      !pattern.parse(settings.out, documents.ids(), documents.generic(), &problem)) {
     diagnostics += "-out=" + settings.out + ": " + problem + "\n";
     return kUsageStatus;
   }

@@ -11,12 +11,16 @@
 
 namespace {
 
-// The temporary file being written, for the signal handler: a process ended by Ctrl-C or
-// kill leaves no part of a file behind.
-char pending[PATH_MAX];
+// The temporary files being written, for the signal handler: a process ended by Ctrl-C or
+// kill leaves no part of a file behind. Two at most: Ghostscript opens a page's file before
+// this process has renamed the page before it.
+constexpr int kSlots = 2;
+char pending[kSlots][PATH_MAX];
 
 void on_ending_signal(int number) {
-  if (pending[0] != '\0') ::unlink(pending);
+  for (const char* path : pending) {
+    if (path[0] != '\0') ::unlink(path);
+  }
   ::signal(number, SIG_DFL);
   ::raise(number);
 }
@@ -49,11 +53,19 @@ class SIGNALS_HELD {
   sigset_t before;
 };
 
-void set_pending(const std::string& path) {
+void set_pending(int slot, const std::string& path) {
   SIGNALS_HELD held;
-  const size_t length = path.size() < sizeof pending ? path.size() : sizeof pending - 1;
-  std::memcpy(pending, path.data(), length);
-  pending[length] = '\0';
+  char* entry = pending[slot];
+  const size_t length = path.size() < PATH_MAX ? path.size() : PATH_MAX - 1;
+  std::memcpy(entry, path.data(), length);
+  entry[length] = '\0';
+}
+
+int free_slot() {
+  for (int slot = 0; slot < kSlots; ++slot) {
+    if (pending[slot][0] == '\0') return slot;
+  }
+  fail("internal error: more than %d temporary files at once\n", kSlots);
 }
 
 }  // namespace
@@ -68,36 +80,44 @@ std::string folder_of(const std::string& path) {
 // process holds is passed over.
 ATOMIC_FILE::ATOMIC_FILE(std::string target_path) : target(std::move(target_path)) {
   watch_ending_signals();
+  slot = free_slot();
   const std::string folder = folder_of(target);
   const std::string stem = (folder == "/" ? "" : folder) + "/.ormel-" + std::to_string(::getpid());
   for (unsigned attempt = 0;; ++attempt) {
     temporary = stem + "-" + std::to_string(attempt) + ".tmp";
-    set_pending(temporary);
+    set_pending(slot, temporary);
     fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (fd >= 0) return;
     const int error = errno;
-    set_pending("");
+    set_pending(slot, "");
     if (error != EEXIST || attempt == 1000) {
       fail("cannot create a file in %s: %s\n", folder.c_str(), std::strerror(error));
     }
   }
 }
 
+ATOMIC_FILE::ATOMIC_FILE(std::string target_path, std::string written_by_another)
+    : target(std::move(target_path)), temporary(std::move(written_by_another)) {
+  watch_ending_signals();
+  slot = free_slot();
+  set_pending(slot, temporary);
+}
+
 ATOMIC_FILE::~ATOMIC_FILE() {
   if (fd >= 0) ::close(fd);
   if (!temporary.empty()) {
     ::unlink(temporary.c_str());
-    set_pending("");
+    set_pending(slot, "");
   }
 }
 
 void ATOMIC_FILE::commit() {
   const int closing = fd;
   fd = -1;
-  if (::close(closing) != 0 && errno != EINTR) fail("output write error\n");
+  if (closing >= 0 && ::close(closing) != 0 && errno != EINTR) fail("output write error\n");
   if (::rename(temporary.c_str(), target.c_str()) != 0) {
     fail("cannot rename the new file to %s: %s\n", target.c_str(), std::strerror(errno));
   }
   temporary.clear();
-  set_pending("");
+  set_pending(slot, "");
 }

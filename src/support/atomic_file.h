@@ -11,12 +11,16 @@ class ATOMIC_FILE {
   // Creates the temporary file, with the permissions the umask gives a new file
   // ("cannot create a file in FOLDER: REASON" on failure).
   explicit ATOMIC_FILE(std::string target);
+  // A file that another process (Ghostscript) writes for this one under the temporary name
+  // given, in the target's folder; descriptor() is -1. Two such files may be pending at once.
+  ATOMIC_FILE(std::string target, std::string temporary);
   // Removes the temporary file unless commit() has renamed it.
   ~ATOMIC_FILE();
   ATOMIC_FILE(const ATOMIC_FILE&) = delete;
   ATOMIC_FILE& operator=(const ATOMIC_FILE&) = delete;
 
   int descriptor() const { return fd; }
+  const std::string& temporary_name() const { return temporary; }
   // Closes the file ("output write error" when the system reports a lost write) and renames
   // it over the target ("cannot rename the new file to TARGET: REASON").
   void commit();
@@ -25,6 +29,7 @@ class ATOMIC_FILE {
   std::string target;
   std::string temporary;
   int fd = -1;
+  int slot = 0;  // of the signal handler's table of pending files
 };
 
 // The folder a path's file lies in: "." for a bare name, "/" for a file at the root.
