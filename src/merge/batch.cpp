@@ -191,8 +191,8 @@ void DOCUMENTS::check_not_an_input(const std::string& name, const std::string& p
 
 // The one document's page, its failures named by the file as a batch's are.
 void DOCUMENTS::render_one() {
+  pages = std::make_unique<ONE_FILE_PAGES>(settings, settings.out);
   try {
-    pages = std::make_unique<ONE_FILE_PAGES>(settings, settings.out);
     write_file(settings.out);
     pages->finish();
   } catch (const Error& error) {

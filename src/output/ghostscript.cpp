@@ -253,6 +253,7 @@ void GHOSTSCRIPT::ended() {
     const size_t end = heard.find('\n', from);
     fail("Ghostscript cannot render it: %s\n", heard.substr(from, end - from).c_str());
   }
-  fail("Ghostscript ended (status %d) before writing its page: %s\n",
-       WIFEXITED(status) ? WEXITSTATUS(status) : -1, tail_of(heard).c_str());
+  const std::string said = tail_of(heard);
+  fail("Ghostscript ended (status %d) before writing its page%s%s\n",
+       WIFEXITED(status) ? WEXITSTATUS(status) : -1, said.empty() ? "" : ": ", said.c_str());
 }
