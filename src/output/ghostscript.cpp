@@ -42,14 +42,18 @@ ormel-gs begin
     (\n) print flush quit
   } bind def
 end
-/ormel-document {
+/ormel-page-size {
   ormel-gs begin
-    /bytes exch def /number exch def /lly exch def /llx exch def
-    2 array astore /size exch def
-    /document currentfile bytes () /SubFileDecode filter def
+    /lly exch def /llx exch def 2 array astore /size exch def
     << /PageSize size /Install [/install load /exec load llx neg lly neg /translate load] cvx >>
   end
   setpagedevice
+} bind def
+/ormel-document {
+  ormel-gs begin
+    /bytes exch def /number exch def
+    /document currentfile bytes () /SubFileDecode filter def
+  end
   ormel-gs /state save put
   ormel-gs /operands count 2 sub put
   ormel-gs /dictionaries countdictstack put
@@ -169,9 +173,13 @@ void GHOSTSCRIPT::render(std::string_view document) {
   const std::optional<PAGE_BOX> box = page_box(document);
   if (!box) fail("no %%%%BoundingBox gives the size of its page\n");
   ++pages;
-  send(number_text(box->urx - box->llx) + " " + number_text(box->ury - box->lly) + " " +
-       number_text(box->llx) + " " + number_text(box->lly) + " " + std::to_string(pages) + " " +
-       std::to_string(document.size()) + " ormel-document\n");
+  // Setting the page device costs more than a label's page: only a new size sets it.
+  const std::string size = number_text(box->urx - box->llx) + " " +
+                           number_text(box->ury - box->lly) + " " + number_text(box->llx) + " " +
+                           number_text(box->lly) + " ormel-page-size\n";
+  if (size != page_size) send(size);
+  page_size = size;
+  send(std::to_string(pages) + " " + std::to_string(document.size()) + " ormel-document\n");
   send(document);
   send("\n" + std::to_string(pages) + " ormel-page\n");
   await_page();

@@ -49,7 +49,8 @@ class GHOSTSCRIPT {
   int input = -1;     // Ghostscript's standard input
   int messages = -1;  // its standard output and error, together
   long long pages = 0;
-  std::string heard;  // what Ghostscript said since the last page
+  std::string page_size;  // the command that set the last page's size
+  std::string heard;      // what Ghostscript said since the last page
 };
 
 // path as a Ghostscript output file name: each "%" doubled.
