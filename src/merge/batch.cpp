@@ -334,26 +334,6 @@ void DOCUMENTS::make_documents(const std::vector<std::string>& names,
   }
 }
 
-// A PDF pattern that names no document ("#" or a cell) makes one PDF of the run, or, with
-// "-shard=I/M", one of the shard, whose name has I in place of "{shard}". Nothing when the
-// run writes a file per document, or when problem says why it cannot run.
-std::optional<std::string> book_name(const SETTINGS& settings, std::string* problem) {
-  static constexpr char kShard[] = "{shard}";
-  std::string name = settings.out;
-  const size_t shard_at = name.find(kShard);
-  if (settings.shards > 0 && shard_at != std::string::npos) {
-    name.replace(shard_at, sizeof kShard - 1, std::to_string(settings.shard));
-  }
-  if (settings.form != OUTPUT_FORM::pdf || name.find_first_of("#{") != std::string::npos) {
-    return std::nullopt;
-  }
-  if (settings.shards > 0 && shard_at == std::string::npos) {
-    *problem = "every shard would write this PDF: put {shard} in its name";
-    return std::nullopt;
-  }
-  return name;
-}
-
 }  // namespace
 
 int make_documents(const SETTINGS& settings, const std::vector<std::string>& args,
@@ -369,7 +349,7 @@ int make_documents(const SETTINGS& settings, const std::vector<std::string>& arg
     return 0;
   }
   std::string problem;
-  if (std::optional<std::string> book = book_name(settings, &problem)) {
+  if (std::optional<std::string> book = book_name(settings.out, settings, &problem)) {
     documents.make_book(*book);
     return 0;
   }

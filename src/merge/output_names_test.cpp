@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/error.h"
+#include "support/settings.h"
 
 namespace {
 
@@ -69,4 +70,37 @@ TEST(OutputNamesTest, CellsAreMadeSafe) {
   EXPECT_EQ("v1.2", safe_name_part("v1.2", true));
   EXPECT_EQ(".5", safe_name_part(".5", false));  // inside a part a dot hides nothing
   EXPECT_EQ("_.", safe_name_part("..", true));
+}
+
+// One PDF of a batch, or of a shard, when the pattern names no document.
+TEST(OutputNamesTest, BookNameWhenNoDocumentIsNamed) {
+  struct CASE {
+    const char* pattern;
+    OUTPUT_FORM form;
+    long long shard;
+    long long shards;
+    const char* expected;  // the name, "each" for files per document, or the problem
+  };
+  const CASE cases[] = {
+      {"labels.pdf", OUTPUT_FORM::pdf, 0, 0, "labels.pdf"},
+      {"labels.ai", OUTPUT_FORM::document, 0, 0, "each"},
+      {"labels.png", OUTPUT_FORM::png, 0, 0, "each"},
+      {"label-#.pdf", OUTPUT_FORM::pdf, 0, 0, "each"},
+      {"{PR-1-1}.pdf", OUTPUT_FORM::pdf, 0, 0, "each"},
+      {"labels-{shard}.pdf", OUTPUT_FORM::pdf, 3, 4, "labels-3.pdf"},
+      {"labels.pdf", OUTPUT_FORM::pdf, 3, 4,
+       "every shard would write this PDF: put {shard} in its name"},
+      // Without -shard, {shard} is left to the pattern, which names no cell with it.
+      {"labels-{shard}.pdf", OUTPUT_FORM::pdf, 0, 0, "each"},
+      {"{shard}-#.pdf", OUTPUT_FORM::pdf, 1, 2, "each"},
+  };
+  for (const CASE& c : cases) {
+    SETTINGS settings;
+    settings.form = c.form;
+    settings.shard = c.shard;
+    settings.shards = c.shards;
+    std::string problem;
+    const std::optional<std::string> name = book_name(c.pattern, settings, &problem);
+    EXPECT_EQ(name ? *name : problem.empty() ? "each" : problem, c.expected) << c.pattern;
+  }
 }
