@@ -103,7 +103,8 @@ std::string tail_of(const std::string& text) {
 }  // namespace
 
 std::string gs_output_name(const std::string& path) {
-  std::string name;
+  // "./" keeps a name that begins with "|" or "%" from naming a pipe or a device.
+  std::string name = path.empty() || path[0] == '/' ? "" : "./";
   for (char c : path) {
     name += c;
     if (c == '%') name += '%';

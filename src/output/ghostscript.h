@@ -53,5 +53,6 @@ class GHOSTSCRIPT {
   std::string heard;      // what Ghostscript said since the last page
 };
 
-// path as a Ghostscript output file name: each "%" doubled.
+// path as a Ghostscript output file name: each "%" doubled, and a relative path begun with
+// "./".
 std::string gs_output_name(const std::string& path);

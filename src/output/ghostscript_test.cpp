@@ -34,6 +34,10 @@ TEST(GhostscriptTest, MissingOrEndedProgramFails) {
   EXPECT_EQ(failure("false"), "Ghostscript ended (status 1) before writing its page\n");
 }
 
-TEST(GhostscriptTest, OutputNamesDoubleThePercentSign) {
-  EXPECT_EQ(gs_output_name("a/50%/b%d.png"), "a/50%%/b%%d.png");
+// Nothing of a name reaches Ghostscript as a page number, a device or a pipe.
+TEST(GhostscriptTest, OutputNamesAreFilesAsWritten) {
+  EXPECT_EQ(gs_output_name("a/50%/b%d.png"), "./a/50%%/b%%d.png");
+  EXPECT_EQ(gs_output_name("|lpr/x.pdf"), "./|lpr/x.pdf");
+  EXPECT_EQ(gs_output_name("%stdout"), "./%%stdout");
+  EXPECT_EQ(gs_output_name("/tmp/x.pdf"), "/tmp/x.pdf");
 }
