@@ -89,7 +89,8 @@ class DOCUMENTS {
   void show_block(long long number);
   void write_file(const std::string& name);
   void render_one();
-  void make_documents(const std::vector<std::string>& names, const std::vector<long long>& numbers);
+  void write_documents(const std::vector<std::string>& names,
+                       const std::vector<long long>& numbers);
   std::optional<std::string> cell_text(size_t table, long long row, long long col) const;
   std::vector<std::string> all_names(const NAME_PATTERN& pattern);
   std::vector<long long> shard_documents(long long total) const;
@@ -302,7 +303,7 @@ void DOCUMENTS::make_each(const NAME_PATTERN& pattern) {
     for (long long number : numbers) shard_names.push_back(names[static_cast<size_t>(number - 1)]);
     pages = std::make_unique<PAGE_FILES>(settings, std::move(shard_names));
   }
-  make_documents(names, numbers);
+  write_documents(names, numbers);
 }
 
 void DOCUMENTS::make_book(const std::string& book) {
@@ -312,12 +313,12 @@ void DOCUMENTS::make_book(const std::string& book) {
   if (numbers.empty()) return;
   check_not_an_input(book, "");
   pages = std::make_unique<ONE_FILE_PAGES>(settings, book);
-  make_documents(std::vector<std::string>(static_cast<size_t>(total), book), numbers);
+  write_documents(std::vector<std::string>(static_cast<size_t>(total), book), numbers);
   pages->finish();
 }
 
-void DOCUMENTS::make_documents(const std::vector<std::string>& names,
-                               const std::vector<long long>& numbers) {
+void DOCUMENTS::write_documents(const std::vector<std::string>& names,
+                                const std::vector<long long>& numbers) {
   // The report's lines about the tables and the template come once, before the documents'.
   if (merge.report().enabled()) {
     merge.report_not_copied();
