@@ -14,6 +14,7 @@
 #   failure    a document that does not render ends the run with its number and
 #              Ghostscript's message; an older PDF stays as it was, the proofs before it are
 #              complete, and no temporary file is left
+#   signal     a run ended by a signal ends its Ghostscript and leaves no temporary file
 #   nogs       without Ghostscript: the Debian package to install, and no file
 # Status 77 (a skip) when Ghostscript or a client is not installed.
 set -u
@@ -148,6 +149,21 @@ case $check in
     [ $? = 2 ] && [ "$(cat err.txt)" = "nobox.pdf: no %%BoundingBox gives the size of its page" ] ||
       fail "no box: $(cat err.txt)"
     [ ! -e nobox.pdf ] || fail "nobox.pdf written" ;;
+  signal)
+    # kill while Ghostscript renders 500 labels: it ends too, and no temporary file is left
+    # (it had opened the next page's file, which it would have written after the removal).
+    (head -n 1 "$examples/catalogue.txt"; i=0
+     while [ $i -lt 100 ]; do tail -n +2 "$examples/catalogue.txt"; i=$((i + 1)); done) > products.txt
+    "$ormel" -rx=new -each=1 -skip=1 -out='label-#.pdf' "$examples/shelf-label.ai" PR=products.txt &
+    pid=$!
+    sleep 0.5
+    gs_pid=$(pgrep -P $pid)
+    kill -TERM $pid
+    wait $pid
+    [ $? = 143 ] || fail "ormel was not ended by the signal"
+    [ -z "$gs_pid" ] || ! kill -0 "$gs_pid" 2> /dev/null || fail "Ghostscript goes on"
+    sleep 0.2
+    [ -z "$(ls -A | grep '^\.ormel')" ] || fail "temporary files left: $(ls -A | grep '^\.ormel')" ;;
   nogs)
     printf 'Salak\n' > tab.txt
     PATH=$work "$ormel" -out=label.pdf "$examples/shelf-label.ai" tab.txt 2> err.txt

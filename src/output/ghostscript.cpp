@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "output/page_box.h"
+#include "support/atomic_file.h"
 #include "support/error.h"
 #include "support/settings.h"
 
@@ -131,6 +132,7 @@ GHOSTSCRIPT::~GHOSTSCRIPT() {
   if (input >= 0) ::close(input);
   if (messages >= 0) ::close(messages);
   if (pid > 0) {
+    end_child_on_signal(0);
     ::kill(pid, SIGKILL);
     ::waitpid(pid, nullptr, 0);
   }
@@ -167,6 +169,7 @@ void GHOSTSCRIPT::start(const std::vector<std::string>& args) {
     pid = -1;
     fail("cannot start Ghostscript (%s): %s\n", argv[0], std::strerror(error));
   }
+  end_child_on_signal(pid);
   ::fcntl(input, F_SETFL, O_NONBLOCK);
 }
 
@@ -190,10 +193,7 @@ void GHOSTSCRIPT::finish() {
   ::shutdown(input, SHUT_WR);
   while (hear()) {
   }
-  int status = 0;
-  while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
-  }
-  pid = -1;
+  const int status = reap();
   if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
     fail("Ghostscript ended with status %d: %s\n", WIFEXITED(status) ? WEXITSTATUS(status) : -1,
          tail_of(heard).c_str());
@@ -239,6 +239,16 @@ void GHOSTSCRIPT::await_page() {
   }
 }
 
+// Waits for Ghostscript to end; its exit status.
+int GHOSTSCRIPT::reap() {
+  end_child_on_signal(0);
+  int status = 0;
+  while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
+  }
+  pid = -1;
+  return status;
+}
+
 // Reads what Ghostscript has said; false at the end of its words (it has ended).
 bool GHOSTSCRIPT::hear() {
   char buffer[65536];
@@ -257,10 +267,7 @@ bool GHOSTSCRIPT::hear() {
 void GHOSTSCRIPT::ended() {
   while (hear()) {
   }
-  int status = 0;
-  while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
-  }
-  pid = -1;
+  const int status = reap();
   const size_t at = heard.find(kErrorMark);
   if (at != std::string::npos) {
     const size_t from = heard.find(' ', at + sizeof kErrorMark - 1) + 1;

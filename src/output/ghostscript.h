@@ -43,6 +43,7 @@ class GHOSTSCRIPT {
   void send(std::string_view bytes);
   void await_page();
   bool hear();
+  int reap();
   [[noreturn]] void ended();
 
   pid_t pid = -1;

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <limits.h>
 #include <signal.h>
+#include <sys/wait.h>
 #include <unistd.h>
 #include <cerrno>
 #include <cstring>
@@ -17,7 +18,15 @@ namespace {
 constexpr int kSlots = 2;
 char pending[kSlots][PATH_MAX];
 
+// A child that writes the pending files (Ghostscript): it is ended first, or it could go on
+// writing them after they are removed.
+volatile sig_atomic_t writing_child = 0;
+
 void on_ending_signal(int number) {
+  if (writing_child > 0) {
+    ::kill(writing_child, SIGKILL);
+    ::waitpid(writing_child, nullptr, 0);
+  }
   for (const char* path : pending) {
     if (path[0] != '\0') ::unlink(path);
   }
@@ -69,6 +78,11 @@ int free_slot() {
 }
 
 }  // namespace
+
+void end_child_on_signal(pid_t child) {
+  watch_ending_signals();
+  writing_child = child;
+}
 
 std::string folder_of(const std::string& path) {
   const size_t slash = path.rfind('/');

@@ -4,6 +4,8 @@
 // the temporary file and leaves the target as it was.
 #pragma once
 
+#include <sys/types.h>
+
 #include <string>
 
 class ATOMIC_FILE {
@@ -34,3 +36,7 @@ class ATOMIC_FILE {
 
 // The folder a path's file lies in: "." for a bare name, "/" for a file at the root.
 std::string folder_of(const std::string& path);
+
+// A signal that ends the process ends child too (0: no child), before the temporary files
+// are removed: a child that writes them (Ghostscript) would otherwise go on.
+void end_child_on_signal(pid_t child);
