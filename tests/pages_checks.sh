@@ -9,6 +9,7 @@
 #   each       a pattern with a cell writes one PDF per label, and nothing else; twenty of them
 #   proofs     PNG proofs are Ghostscript's own rendering of each label's document, byte for
 #              byte (so pixel for pixel), at -dpi= and at the default 150 dpi
+#   corpus     the same for twelve Illustrator EPS files of ../shared/corpus (skipped without it)
 #   shards     -shard=I/M with {shard} in the name: each shard's PDF holds its own labels
 #   isolation  what one document defines or leaves on the stacks never reaches the next
 #   failure    a document that does not render ends the run with its number and
@@ -101,6 +102,21 @@ case $check in
     # 220 x 210 points at 150 dpi: 458 x 438 pixels (width and height in the IHDR chunk).
     [ "$(od -An -tu1 -j16 -N8 default/label-1.png | tr -s ' ')" = " 0 0 1 202 0 0 1 182" ] ||
       fail "proof size: $(od -An -tu1 -j16 -N8 default/label-1.png)" ;;
+  corpus)
+    # Illustrator's own EPS files of the shared corpus, copied whole (-keep): each proof is
+    # what Ghostscript draws of the same document cropped to its box.
+    corpus=$root/../shared/corpus
+    [ -d "$corpus" ] || { echo "no shared corpus: skipped"; exit 77; }
+    : > empty.txt
+    for name in aiaa-aiaalgo_ai7 exiv2-nested-place-xmp_ai8 exiv2-nested-place_ai3 \
+      exiv2-nested-place_ai8 fop-img-tiff-preview_ai32_doseps ldp-linux-faq-small_ai4win \
+      php-logo_ai6_doseps pillow-illu10_no_preview_aiCS6 pillow-illuCS6_preview_doseps \
+      tk-logo_ai55 ulthese-ul_p_ai50_cr xmp-BlueSquare_aiCS2_cr; do
+      "$ormel" -keep "$corpus/$name.eps" empty.txt > "$name.eps" &&
+        "$ormel" -keep -dpi=72 -out="$name.png" "$corpus/$name.eps" empty.txt || fail "ormel $name"
+      sh "$root/tests/render.sh" "$name.eps" "$name-gs.png" 2> /dev/null || fail "render.sh $name"
+      cmp "$name.png" "$name-gs.png" || fail "the proof of $name is not Ghostscript's rendering"
+    done ;;
   shards)
     label -shard=1/2 -out='book-{shard}.pdf' && label -shard=2/2 -out='book-{shard}.pdf' || fail "ormel"
     [ "$(pages book-1.pdf) $(pages book-2.pdf)" = "3 2" ] || fail "pages $(pages book-1.pdf) $(pages book-2.pdf)"
