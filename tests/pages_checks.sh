@@ -166,10 +166,10 @@ case $check in
       fail "no box: $(cat err.txt)"
     [ ! -e nobox.pdf ] || fail "nobox.pdf written" ;;
   signal)
-    # kill while Ghostscript renders 500 labels: it ends too, and no temporary file is left
+    # kill while Ghostscript renders 1,000 labels: it ends too, and no temporary file is left
     # (it had opened the next page's file, which it would have written after the removal).
     (head -n 1 "$examples/catalogue.txt"; i=0
-     while [ $i -lt 100 ]; do tail -n +2 "$examples/catalogue.txt"; i=$((i + 1)); done) > products.txt
+     while [ $i -lt 200 ]; do tail -n +2 "$examples/catalogue.txt"; i=$((i + 1)); done) > products.txt
     "$ormel" -rx=new -each=1 -skip=1 -out='label-#.pdf' "$examples/shelf-label.ai" PR=products.txt &
     pid=$!
     sleep 0.5
