@@ -1,6 +1,7 @@
-// One Ghostscript process for a whole run, fed document after document through a pipe: each
-// document becomes one page of the device's output. Ghostscript runs as a program of its
-// own ("gs"), never linked in, so its licence stays its own.
+// One Ghostscript process for a whole run, fed document after document through its standard
+// input: each document becomes one page of the device's output, and the next is sent once
+// Ghostscript has said the page is written. Ghostscript runs as a program of its own
+// ("gs"), never linked in, so its licence stays its own.
 //
 // Each document runs as an included EPS file does: inside save and restore, with userdict
 // on a dictionary stack as it found it and the operand stack as it found it, and showpage
@@ -23,7 +24,7 @@ class GHOSTSCRIPT {
   // Starts Ghostscript writing the pages to output, a Ghostscript output file name ("%d" is
   // the page number from 1, "%%" a percent sign): PDF when the settings' output is a PDF,
   // PNG at the settings' resolution otherwise. Fails, naming the Debian package, when the
-  // program cannot be found.
+  // program ("gs" on the PATH; tests give others) cannot be found.
   GHOSTSCRIPT(const SETTINGS& settings, const std::string& output, const char* program = "gs");
   // Ends Ghostscript without waiting for what it was writing.
   ~GHOSTSCRIPT();
