@@ -47,7 +47,9 @@ case "${1:-build}" in
     cmake --build build -j "$jobs" --target ormel
     sh examples/run-example.sh build/ormel build/demo ;;
   test)
-    tools="$tools ghostscript"  # the render tests read ormel's output with it
+    # Ghostscript reads ormel's output and renders its PDFs and proofs, which poppler-utils
+    # and qpdf read in turn.
+    tools="$tools ghostscript poppler-utils qpdf"
     configure_and_build build
     (cd build && ctest --output-on-failure -j "$jobs")
     configure_and_build build-sanitize -DORMEL_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug
@@ -62,7 +64,8 @@ case "${1:-build}" in
   bench)
     configure_and_build build-release -DCMAKE_BUILD_TYPE=Release -DORMEL_TESTS=OFF
     sh bench/run.sh build-release/ormel --expect bench/checksums.txt
-    build-release/bench/ormel_batch_bench build-release/ormel ;;
+    build-release/bench/ormel_batch_bench build-release/ormel
+    build-release/bench/ormel_pages_bench build-release/ormel ;;
   *)
     echo "usage: ./build.sh [build|demo|test|fuzz [seconds]|bench|format]" >&2
     exit 1 ;;

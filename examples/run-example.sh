@@ -6,7 +6,7 @@
 # place of the stand-in art, so the document prints without the linked files.
 # Then the one-label template (shelf-label.ai) is merged with every product of
 # catalogue.txt (a header row, then one product a row) into one file per product, named by
-# the product, in OUTDIR/labels/.
+# the product, in OUTDIR/labels/, and into one PDF of all the labels, OUTDIR/labels.pdf.
 # Writes the new document and the -report lines into OUTDIR (default: $TMPDIR or /tmp) and
 # shows both, the document with its carriage returns shown as line ends. With Ghostscript
 # installed it also draws PNG proofs of the template and of the new document there.
@@ -54,3 +54,16 @@ printf '$ ormel %s\n' "$*"
 "$ormel" "$@"
 echo "== One file per product, in $outdir/labels/:"
 ls "$outdir/labels"
+
+# The same labels as the pages of one PDF, which Ghostscript renders (-out= ending in .pdf).
+if command -v gs > /dev/null 2>&1; then
+  set -- -keep -rx=new -refpt=upperleft -home="$here/home/" -each=1 -skip=1 \
+    -out="$outdir/labels.pdf" "$here/shelf-label.ai" "PR=$here/catalogue.txt" \
+    "EPS-LOGO=$here/catalogue-logos.txt"
+  echo
+  printf '$ ormel %s\n' "$*"
+  "$ormel" "$@"
+  echo "== Every label a page of $outdir/labels.pdf"
+else
+  echo "   (no labels.pdf: Ghostscript is not installed)"
+fi

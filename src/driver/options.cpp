@@ -66,12 +66,32 @@ bool set_skip(const std::string& value, SETTINGS& settings, std::string& why) {
   return false;
 }
 
+// A name ending in ".pdf" or ".png", in any case, asks for rendered pages.
+OUTPUT_FORM form_of(const std::string& name) {
+  std::string end = name.size() >= 4 ? name.substr(name.size() - 4) : "";
+  for (char& c : end) c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+  if (end == ".pdf") return OUTPUT_FORM::pdf;
+  if (end == ".png") return OUTPUT_FORM::png;
+  return OUTPUT_FORM::document;
+}
+
 bool set_out(const std::string& value, SETTINGS& settings, std::string& why) {
   if (value.empty()) {
     why = "no file name";
     return false;
   }
   settings.out = value;
+  settings.form = form_of(value);
+  return true;
+}
+
+bool set_dpi(const std::string& value, SETTINGS& settings, std::string& why) {
+  long long dpi = 0;
+  if (!read_decimal(value, SETTINGS::kMaxDpi, &dpi) || dpi < 1) {
+    why = "not a number from 1 to 2400";
+    return false;
+  }
+  settings.dpi = static_cast<int>(dpi);
   return true;
 }
 
@@ -127,6 +147,7 @@ const OPTION kOptions[] = {
     {"skip=", "K", "the first K rows of every table are headers", set_skip},
     {"out=", "PATTERN", "where documents go: # is the number, {ID-row-col} a cell", set_out},
     {"shard=", "I/M", "make only documents I, I+M, I+2M, ...", set_shard},
+    {"dpi=", "N", "the resolution of PNG proofs (-out=NAME.png), 150 by default", set_dpi},
     {"strict", nullptr, "write nothing unless every placeholder and frame gets its cell",
      set_flag<&SETTINGS::strict>},
     {"sync", nullptr, "each file written reaches the disk before it takes its name",

@@ -20,6 +20,8 @@
 #include "merge/problems.h"
 #include "merge/progress.h"
 #include "merge/table_loader.h"
+#include "merge/targets.h"
+#include "output/pages.h"
 #include "support/atomic_file.h"
 #include "support/charset.h"
 #include "support/error.h"
@@ -32,21 +34,6 @@
 namespace {
 
 constexpr size_t kAllRows = std::numeric_limits<size_t>::max();
-
-// An input file as the file system knows it, so that no output replaces one.
-struct FILE_ID {
-  dev_t device;
-  ino_t inode;
-  bool operator<(const FILE_ID& other) const {
-    return device != other.device ? device < other.device : inode < other.inode;
-  }
-};
-
-std::optional<FILE_ID> file_id(const std::string& path) {
-  struct stat status;
-  if (::stat(path.c_str(), &status) != 0) return std::nullopt;
-  return FILE_ID{status.st_dev, status.st_ino};
-}
 
 void write_to_stderr(const std::string& text) {
   std::fwrite(text.data(), 1, text.size(), stderr);
@@ -78,6 +65,8 @@ class DOCUMENTS {
   // The documents of "-each" that this shard makes, each into its own file. Returns the
   // exit status: 3 when a document was left without something.
   int make_each(const NAME_PATTERN& pattern);
+  // The documents of "-each" that this shard makes, each a page of the one PDF book.
+  int make_book(const std::string& book);
 
   std::vector<std::string> ids() const;
   // The files that the cells of a placed-art table name are inputs too.
@@ -92,29 +81,34 @@ class DOCUMENTS {
   std::optional<std::string> cell_text(size_t table, long long row, long long col) const;
   std::vector<std::string> all_names(const NAME_PATTERN& pattern);
   std::vector<long long> shard_documents(long long total) const;
-  void check_targets(const std::vector<std::string>& names,
-                     const std::vector<long long>& numbers) const;
-  void check_not_an_input(const std::string& name, const std::string& prefix) const;
   // Applies the tables to document number, from the template as analysed.
   void apply_tables(long long number);
   // "-strict": every document of this shard is made without being written, and any problem
   // fails the run before the first file is written.
   void check_each(const std::vector<long long>& numbers);
   void make_document(long long number, const std::string& name, PROGRESS& progress);
+  void render_one();
+  // Before the first document of a batch: the report's lines about the tables and the
+  // template, and the check of "-strict".
+  void prepare(const std::vector<long long>& numbers);
+  // The documents, the summary line of what they left undone, and the exit status.
+  int write_documents(const std::vector<std::string>& names, const std::vector<long long>& numbers);
 
   MERGE& merge;
   const SETTINGS& settings;
   std::vector<TABLE_ARGUMENT> arguments;
   // A deque: cells point into each table's own buffer, which must not move.
   std::deque<TAB_TEXT> tables;
-  std::set<FILE_ID> inputs;
+  TARGETS targets;
   // Cells converted from UTF-8 go back into it for file names.
   std::unique_ptr<UTF8_FROM> utf8;
+  // Where Ghostscript's pages of the documents go, when the run renders them.
+  std::unique_ptr<PAGES> pages;
 };
 
 DOCUMENTS::DOCUMENTS(MERGE& run, const std::string& template_path)
     : merge(run), settings(run.settings()) {
-  if (std::optional<FILE_ID> id = file_id(template_path)) inputs.insert(*id);
+  targets.add_input(template_path);
 }
 
 // Tables are read whole, once. With "-each" the row limit of raw tables applies to a block,
@@ -135,7 +129,7 @@ bool DOCUMENTS::read_tables(const std::vector<std::string>& args, size_t first,
     arguments.push_back(*argument);
     TAB_TEXT& table = tables.emplace_back();
     loader.load(argument->file, merge.document(), table, max_records);
-    if (std::optional<FILE_ID> id = file_id(argument->file)) inputs.insert(*id);
+    targets.add_input(argument->file);
     if (argument->placed) add_art_inputs(table);
     if (settings.each > 0) continue;
     table.set_block(skip, kAllRows);
@@ -153,7 +147,7 @@ void DOCUMENTS::add_art_inputs(const TAB_TEXT& table) {
       if (!*cell) continue;
       const std::optional<std::string> path = merge.art_path(cell, table.escaped());
       if (!path) continue;
-      if (std::optional<FILE_ID> id = file_id(*path)) inputs.insert(*id);
+      targets.add_input(*path);
     }
   }
 }
@@ -181,6 +175,12 @@ void DOCUMENTS::show_block(long long number) {
 }
 
 void DOCUMENTS::write_file(const std::string& name) {
+  if (pages) {
+    Output document;
+    merge.print(document);
+    pages->add(document.text());
+    return;
+  }
   try {
     ATOMIC_FILE file(name);
     Output out(file.descriptor());
@@ -193,20 +193,14 @@ void DOCUMENTS::write_file(const std::string& name) {
   }
 }
 
-// Only a regular file is replaced: a name held by a folder, a FIFO, a device or a socket,
-// or by a file the run reads, would lose it or hang the run.
-void DOCUMENTS::check_not_an_input(const std::string& name, const std::string& prefix) const {
-  struct stat status;
-  if (::stat(name.c_str(), &status) != 0) return;
-  if (S_ISDIR(status.st_mode)) fail("%sa folder has that name\n", prefix.c_str());
-  if (!S_ISREG(status.st_mode)) {
-    fail("%s%s has that name, and only a regular file is written over\n", prefix.c_str(),
-         S_ISFIFO(status.st_mode)   ? "a FIFO"
-         : S_ISSOCK(status.st_mode) ? "a socket"
-                                    : "a device");
-  }
-  if (inputs.count(FILE_ID{status.st_dev, status.st_ino})) {
-    fail("%san input of this run has that name\n", prefix.c_str());
+// The one document's page, its failures named by the file as a batch's are.
+void DOCUMENTS::render_one() {
+  pages = std::make_unique<ONE_FILE_PAGES>(settings, settings.out);
+  try {
+    write_file(settings.out);
+    pages->finish();
+  } catch (const Error& error) {
+    throw Error(settings.out + ": " + error.what());
   }
 }
 
@@ -222,8 +216,12 @@ int DOCUMENTS::make_one(Output& out, std::string& diagnostics) {
     out.flush();
   } else {
     remove_dead_temporaries(folder_of(settings.out));
-    check_not_an_input(settings.out, settings.out + ": ");
-    write_file(settings.out);
+    targets.check(settings.out, settings.out + ": ");
+    if (settings.form == OUTPUT_FORM::document) {
+      write_file(settings.out);
+    } else {
+      render_one();
+    }
   }
   if (merge.report().enabled() && !settings.strict) {
     merge.report_unreplaced();
@@ -251,25 +249,11 @@ std::vector<std::string> DOCUMENTS::all_names(const NAME_PATTERN& pattern) {
   auto cell = [this](size_t table, long long row, long long col) {
     return cell_text(table, row, col);
   };
-  std::unordered_map<std::string, long long> taken;
   for (long long number = 1; number <= total; ++number) {
     show_block(number);
     names.push_back(pattern.name(number, cell));
   }
-  for (long long number = 1; number <= total; ++number) {
-    const std::string& name = names[static_cast<size_t>(number - 1)];
-    auto [first, fresh] = taken.emplace(case_folded(name), number);
-    if (fresh) continue;
-    const std::string& other = names[static_cast<size_t>(first->second - 1)];
-    if (other == name) {
-      fail("documents %lld and %lld would both be written to %s\n", first->second, number,
-           name.c_str());
-    }
-    fail(
-        "documents %lld and %lld would be written to %s and %s, one name on the shared "
-        "folders of Windows and Mac\n",
-        first->second, number, other.c_str(), name.c_str());
-  }
+  check_clashes(names);
   return names;
 }
 
@@ -281,25 +265,6 @@ std::vector<long long> DOCUMENTS::shard_documents(long long total) const {
     }
   }
   return numbers;
-}
-
-// A folder that is missing or cannot be written, or a name that a folder or an input of
-// the run holds, would fail in the middle of the batch: they fail before it.
-void DOCUMENTS::check_targets(const std::vector<std::string>& names,
-                              const std::vector<long long>& numbers) const {
-  std::set<std::string> folders;
-  for (long long number : numbers) {
-    const std::string& name = names[static_cast<size_t>(number - 1)];
-    const std::string prefix = "document " + std::to_string(number) + " (" + name + "): ";
-    const std::string folder = folder_of(name);
-    if (folders.insert(folder).second) {
-      if (::access(folder.c_str(), W_OK | X_OK) != 0) {
-        fail("%scannot write into %s: %s\n", prefix.c_str(), folder.c_str(), std::strerror(errno));
-      }
-      remove_dead_temporaries(folder);
-    }
-    check_not_an_input(name, prefix);
-  }
 }
 
 void DOCUMENTS::apply_tables(long long number) {
@@ -338,11 +303,41 @@ int DOCUMENTS::make_each(const NAME_PATTERN& pattern) {
     fail("no document to make: no table has a row after the %lld header rows\n", settings.skip);
   }
   const std::vector<long long> numbers = shard_documents(static_cast<long long>(names.size()));
-  check_targets(names, numbers);
-  // The report's lines about the tables and the template come once, before the documents'.
+  targets.check_all(names, numbers);
+  prepare(numbers);
+  if (settings.form != OUTPUT_FORM::document && !numbers.empty()) {
+    std::vector<std::string> shard_names;
+    for (long long number : numbers) shard_names.push_back(names[static_cast<size_t>(number - 1)]);
+    pages = std::make_unique<PAGE_FILES>(settings, std::move(shard_names));
+  }
+  return write_documents(names, numbers);
+}
+
+int DOCUMENTS::make_book(const std::string& book) {
+  merge.remember_printed_lines();
+  const long long total = document_count();
+  if (total == 0) {
+    fail("no document to make: no table has a row after the %lld header rows\n", settings.skip);
+  }
+  const std::vector<long long> numbers = shard_documents(total);
+  if (numbers.empty()) return 0;
+  targets.check(book, book + ": ");
+  prepare(numbers);
+  pages = std::make_unique<ONE_FILE_PAGES>(settings, book);
+  const int status =
+      write_documents(std::vector<std::string>(static_cast<size_t>(total), book), numbers);
+  pages->finish();
+  return status;
+}
+
+void DOCUMENTS::prepare(const std::vector<long long>& numbers) {
   merge.report_not_copied();
   if (merge.report().enabled()) write_to_stderr(merge.report().text());
   if (settings.strict) check_each(numbers);
+}
+
+int DOCUMENTS::write_documents(const std::vector<std::string>& names,
+                               const std::vector<long long>& numbers) {
   PROGRESS progress(static_cast<long long>(numbers.size()), ::isatty(STDERR_FILENO) == 1);
   for (long long number : numbers) {
     const std::string& name = names[static_cast<size_t>(number - 1)];
@@ -369,9 +364,13 @@ int make_documents(const SETTINGS& settings, const std::vector<std::string>& arg
   DOCUMENTS documents(merge, args[template_at]);
   if (!documents.read_tables(args, template_at + 1, loader)) return kUsageStatus;
   if (settings.each == 0) return documents.make_one(out, diagnostics);
-  NAME_PATTERN pattern;
   std::string problem;
-  if (!pattern.parse(settings.out, documents.ids(), documents.generic(), &problem)) {
+  if (std::optional<std::string> book = book_name(settings.out, settings, &problem)) {
+    return documents.make_book(*book);
+  }
+  NAME_PATTERN pattern;
+  if (!problem.empty() ||
+      !pattern.parse(settings.out, documents.ids(), documents.generic(), &problem)) {
     diagnostics += "-out=" + settings.out + ": " + problem + "\n";
     return kUsageStatus;
   }

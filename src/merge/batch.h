@@ -5,6 +5,8 @@
 // cut into blocks of N rows, and document k is made exactly as a single run on tables
 // holding only block k, its rows renumbered from 1; each document goes to its own file,
 // named from the "-out=" pattern, and "-shard=I/M" makes only every M-th of them.
+// When "-out=" ends in ".pdf" or ".png" the documents go to Ghostscript instead, each a page:
+// of one PDF of the run (or shard) when the pattern names no document, else of its own file.
 //
 // Everything that can fail before a document is made (the template, the tables, every file
 // name) fails before the first file is written. A failure inside a document names it

@@ -4,6 +4,7 @@
 
 #include "support/error.h"
 #include "support/numbers.h"
+#include "support/settings.h"
 
 namespace {
 
@@ -155,5 +156,23 @@ std::string NAME_PATTERN::name(long long number, const CELL_TEXT& cell_text) con
   }
   name = portable_path(name);
   if (!fits(name)) fail("document %lld: file name too long: %s\n", number, name.c_str());
+  return name;
+}
+
+std::optional<std::string> book_name(const std::string& pattern, const SETTINGS& settings,
+                                     std::string* problem) {
+  static constexpr char kShard[] = "{shard}";
+  std::string name = pattern;
+  const size_t shard_at = name.find(kShard);
+  if (settings.shards > 0 && shard_at != std::string::npos) {
+    name.replace(shard_at, sizeof kShard - 1, std::to_string(settings.shard));
+  }
+  if (settings.form != OUTPUT_FORM::pdf || name.find_first_of("#{") != std::string::npos) {
+    return std::nullopt;
+  }
+  if (settings.shards > 0 && shard_at == std::string::npos) {
+    *problem = "every shard would write this PDF: put {shard} in its name";
+    return std::nullopt;
+  }
   return name;
 }

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+struct SETTINGS;
+
 class NAME_PATTERN {
  public:
   // The text of a cell as a file name wants it (escapes decoded, in UTF-8 where the table
@@ -50,3 +52,10 @@ std::string safe_name_part(const std::string& text, bool at_part_start);
 // The name as the shares of Windows and Mac compare names: letters of ASCII and Latin-1 in
 // lower case, so that two names that differ only in case are found to clash.
 std::string case_folded(const std::string& name);
+
+// The name of the one PDF of a batch, when pattern (ending in ".pdf") names no document by "#"
+// or a cell: the PDF of the run, or with "-shard=I/M" that of the shard, I in place of
+// "{shard}". Nothing when the batch writes a file per document, or when problem says why
+// it cannot run (every shard would write the same PDF).
+std::optional<std::string> book_name(const std::string& pattern, const SETTINGS& settings,
+                                     std::string* problem);

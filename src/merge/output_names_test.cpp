@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/error.h"
+#include "support/settings.h"
 
 namespace {
 
@@ -86,4 +87,37 @@ TEST(OutputNamesTest, NamesFitWindowsAndMacShares) {
   for (const auto& c : cases) EXPECT_EQ(c.name, name_or_error(c.pattern, 1)) << c.pattern;
   EXPECT_EQ(case_folded("salak-\xC3\xA9.ai"), case_folded("SALAK-\xC3\x89.AI"));
   EXPECT_NE(case_folded("a\xC3\x97"), case_folded("a\xC3\xB7"));  // x and / are no letters
+}
+
+// One PDF of a batch, or of a shard, when the pattern names no document.
+TEST(OutputNamesTest, BookNameWhenNoDocumentIsNamed) {
+  struct CASE {
+    const char* pattern;
+    OUTPUT_FORM form;
+    long long shard;
+    long long shards;
+    const char* expected;  // the name, "each" for files per document, or the problem
+  };
+  const CASE cases[] = {
+      {"labels.pdf", OUTPUT_FORM::pdf, 0, 0, "labels.pdf"},
+      {"labels.ai", OUTPUT_FORM::document, 0, 0, "each"},
+      {"labels.png", OUTPUT_FORM::png, 0, 0, "each"},
+      {"label-#.pdf", OUTPUT_FORM::pdf, 0, 0, "each"},
+      {"{PR-1-1}.pdf", OUTPUT_FORM::pdf, 0, 0, "each"},
+      {"labels-{shard}.pdf", OUTPUT_FORM::pdf, 3, 4, "labels-3.pdf"},
+      {"labels.pdf", OUTPUT_FORM::pdf, 3, 4,
+       "every shard would write this PDF: put {shard} in its name"},
+      // Without -shard, {shard} is left to the pattern, which names no cell with it.
+      {"labels-{shard}.pdf", OUTPUT_FORM::pdf, 0, 0, "each"},
+      {"{shard}-#.pdf", OUTPUT_FORM::pdf, 1, 2, "each"},
+  };
+  for (const CASE& c : cases) {
+    SETTINGS settings;
+    settings.form = c.form;
+    settings.shard = c.shard;
+    settings.shards = c.shards;
+    std::string problem;
+    const std::optional<std::string> name = book_name(c.pattern, settings, &problem);
+    EXPECT_EQ(name ? *name : problem.empty() ? "each" : problem, c.expected) << c.pattern;
+  }
 }

@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <limits.h>
 #include <signal.h>
+#include <sys/wait.h>
 #include <unistd.h>
 #include <algorithm>
 #include <cerrno>
@@ -14,12 +15,24 @@
 
 namespace {
 
-// The temporary file being written, for the signal handler: a process ended by Ctrl-C or
-// kill leaves no part of a file behind.
-char pending[PATH_MAX];
+// The temporary files being written, for the signal handler: a process ended by Ctrl-C or
+// kill leaves no part of a file behind. Two at most: Ghostscript opens a page's file before
+// this process has renamed the page before it.
+constexpr int kSlots = 2;
+char pending[kSlots][PATH_MAX];
+
+// A child that writes the pending files (Ghostscript): it is ended first, or it could go on
+// writing them after they are removed.
+volatile sig_atomic_t writing_child = 0;
 
 void on_ending_signal(int number) {
-  if (pending[0] != '\0') ::unlink(pending);
+  if (writing_child > 0) {
+    ::kill(writing_child, SIGKILL);
+    ::waitpid(writing_child, nullptr, 0);
+  }
+  for (const char* path : pending) {
+    if (path[0] != '\0') ::unlink(path);
+  }
   ::signal(number, SIG_DFL);
   ::raise(number);
 }
@@ -53,11 +66,19 @@ class SIGNALS_HELD {
   sigset_t before;
 };
 
-void set_pending(const std::string& path) {
+void set_pending(int slot, const std::string& path) {
   SIGNALS_HELD held;
-  const size_t length = path.size() < sizeof pending ? path.size() : sizeof pending - 1;
-  std::memcpy(pending, path.data(), length);
-  pending[length] = '\0';
+  char* entry = pending[slot];
+  const size_t length = path.size() < PATH_MAX ? path.size() : PATH_MAX - 1;
+  std::memcpy(entry, path.data(), length);
+  entry[length] = '\0';
+}
+
+int free_slot() {
+  for (int slot = 0; slot < kSlots; ++slot) {
+    if (pending[slot][0] == '\0') return slot;
+  }
+  fail("internal error: more than %d temporary files at once\n", kSlots);
 }
 
 // The machine's name as it can stand in a file name.
@@ -71,16 +92,27 @@ std::string host_name() {
   return host;
 }
 
-void sync_folder(const std::string& folder) {
-  const int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+// A file written by another process, or a folder, brought to the disk.
+void sync_file(const std::string& path) {
+  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd < 0) return;
   const bool synced = ::fsync(fd) == 0;
   const int error = errno;
   ::close(fd);
-  if (!synced) fail("cannot sync the folder %s: %s\n", folder.c_str(), std::strerror(error));
+  if (!synced) fail("cannot sync %s: %s\n", path.c_str(), std::strerror(error));
 }
 
 }  // namespace
+
+void end_child_on_signal(pid_t child) {
+  watch_ending_signals();
+  writing_child = child;
+}
+
+std::string temporary_stem(const std::string& folder) {
+  return (folder == "/" ? "" : folder) + "/.ormel-" + host_name() + "-" +
+         std::to_string(::getpid()) + "-";
+}
 
 std::string folder_of(const std::string& path) {
   const size_t slash = path.rfind('/');
@@ -92,47 +124,58 @@ std::string folder_of(const std::string& path) {
 // process holds is passed over.
 ATOMIC_FILE::ATOMIC_FILE(std::string target_path) : target(std::move(target_path)) {
   watch_ending_signals();
+  slot = free_slot();
   const std::string folder = folder_of(target);
-  const std::string stem =
-      (folder == "/" ? "" : folder) + "/.ormel-" + host_name() + "-" + std::to_string(::getpid());
+  const std::string stem = temporary_stem(folder);
   for (unsigned attempt = 0;; ++attempt) {
-    temporary = stem + "-" + std::to_string(attempt) + ".tmp";
-    set_pending(temporary);
+    temporary = stem + std::to_string(attempt) + ".tmp";
+    set_pending(slot, temporary);
     fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (fd >= 0) return;
     const int error = errno;
-    set_pending("");
+    set_pending(slot, "");
     if (error != EEXIST || attempt == 1000) {
       fail("cannot create a file in %s: %s\n", folder.c_str(), std::strerror(error));
     }
   }
 }
 
+ATOMIC_FILE::ATOMIC_FILE(std::string target_path, std::string written_by_another)
+    : target(std::move(target_path)), temporary(std::move(written_by_another)) {
+  watch_ending_signals();
+  slot = free_slot();
+  set_pending(slot, temporary);
+}
+
 ATOMIC_FILE::~ATOMIC_FILE() {
   if (fd >= 0) ::close(fd);
   if (!temporary.empty()) {
     ::unlink(temporary.c_str());
-    set_pending("");
+    set_pending(slot, "");
   }
 }
 
 void ATOMIC_FILE::commit(bool sync) {
   const int closing = fd;
   fd = -1;
-  if (sync && ::fsync(closing) != 0) {
-    const int error = errno;
-    ::close(closing);
-    throw Error("output write error\n", std::strerror(error));
-  }
-  if (::close(closing) != 0 && errno != EINTR) {
-    throw Error("output write error\n", std::strerror(errno));
+  if (closing >= 0) {
+    if (sync && ::fsync(closing) != 0) {
+      const int error = errno;
+      ::close(closing);
+      throw Error("output write error\n", std::strerror(error));
+    }
+    if (::close(closing) != 0 && errno != EINTR) {
+      throw Error("output write error\n", std::strerror(errno));
+    }
+  } else if (sync) {
+    sync_file(temporary);
   }
   if (::rename(temporary.c_str(), target.c_str()) != 0) {
     fail("cannot rename the new file to %s: %s\n", target.c_str(), std::strerror(errno));
   }
   temporary.clear();
-  set_pending("");
-  if (sync) sync_folder(folder_of(target));
+  set_pending(slot, "");
+  if (sync) sync_file(folder_of(target));
 }
 
 // Only names of this host are looked at: a run on another machine that writes into the same
@@ -145,9 +188,9 @@ void remove_dead_temporaries(const std::string& folder) {
     const std::string name = entry->d_name;
     if (name.compare(0, prefix.size(), prefix) != 0) continue;
     long pid = 0;
-    unsigned attempt = 0;
-    if (std::sscanf(name.c_str() + prefix.size(), "%ld-%u", &pid, &attempt) != 2 || pid <= 0 ||
-        name != prefix + std::to_string(pid) + "-" + std::to_string(attempt) + ".tmp") {
+    if (std::sscanf(name.c_str() + prefix.size(), "%ld-", &pid) != 1 || pid <= 0 ||
+        name.compare(prefix.size(), std::to_string(pid).size() + 1, std::to_string(pid) + "-") !=
+            0) {
       continue;
     }
     if (::kill(static_cast<pid_t>(pid), 0) != 0 && errno == ESRCH) {

@@ -9,11 +9,16 @@
 // values converted into the document's encoding.
 enum class TABLE_FORM { raw, tsv, csv };
 
+// What a run writes, from the end of the "-out=" name: Illustrator documents, or pages that
+// Ghostscript renders from them (a PDF, PNG proofs).
+enum class OUTPUT_FORM { document, pdf, png };
+
 struct SETTINGS {
   static constexpr size_t kFitCapacity = 15;
   static constexpr size_t kRefptCapacity = 15;
   static constexpr size_t kHomeDirCapacity = 255;
   static constexpr int kMaxEach = 1024;
+  static constexpr int kMaxDpi = 2400;
 
   bool rx = false;                         // placeholders of the syntax that also names a font
   bool rm = false;                         // remove placeholders and placed art without a cell
@@ -34,6 +39,8 @@ struct SETTINGS {
   std::string out;       // where documents go; empty: standard output
   long long shard = 0;   // this process makes documents k with (k - 1) mod shards =
   long long shards = 0;  //   shard - 1; 0: all of them
+  OUTPUT_FORM form = OUTPUT_FORM::document;
+  int dpi = 150;  // of PNG proofs
 
   // Set by a process that ends with its run: the document is left to the exit rather than
   // taken apart object by object. Tests and fuzzers, which make many runs, leave it unset.
