@@ -25,7 +25,8 @@ need_packages() {
   fi
 }
 
-tools="cmake g++ make libgtest-dev"
+# The libraries of placed art: barcodes (libzint).
+tools="cmake g++ make libgtest-dev libzint-dev"
 
 configure() {  # build-dir, extra cmake options...
   dir=$1; shift
@@ -47,7 +48,9 @@ case "${1:-build}" in
     cmake --build build -j "$jobs" --target ormel
     sh examples/run-example.sh build/ormel build/demo ;;
   test)
-    tools="$tools ghostscript"  # the render tests read ormel's output with it
+    # The render tests read ormel's output with Ghostscript; scanner software reads its
+    # barcodes back (zbarimg; dmtxread for Data Matrix).
+    tools="$tools ghostscript zbar-tools dmtx-utils"
     configure_and_build build
     (cd build && ctest --output-on-failure -j "$jobs")
     configure_and_build build-sanitize -DORMEL_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug

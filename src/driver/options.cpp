@@ -1,5 +1,6 @@
 #include "driver/options.h"
 
+#include "art/barcode.h"
 #include "support/numbers.h"
 #include "support/output.h"
 #include "support/strings.h"
@@ -49,6 +50,37 @@ bool set_shard(const std::string& value, SETTINGS& settings) {
   settings.shard = index;
   settings.shards = count;
   return true;
+}
+
+// "ID:KIND[,ID:KIND...]": identifiers of capital letters, as placeholders have them, each
+// given once.
+bool set_barcodes(const std::string& value, SETTINGS& settings, std::string& diagnostics) {
+  size_t start = 0;
+  for (;;) {
+    const size_t end = value.find(',', start);
+    const std::string item = value.substr(start, end - start);
+    const size_t colon = item.find(':');
+    const std::string id = item.substr(0, colon);
+    const std::string kind = colon == std::string::npos ? "" : item.substr(colon + 1);
+    if (id.empty() || id.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ") != std::string::npos) {
+      diagnostics += "-barcode=: \"" + item + "\": not ID:KIND with an identifier of capitals\n";
+      return false;
+    }
+    if (!barcode_kind(kind)) {
+      diagnostics +=
+          "-barcode=: \"" + item + "\": the kind is one of " + barcode_kind_names() + "\n";
+      return false;
+    }
+    for (const auto& known : settings.barcodes) {
+      if (known.first == id) {
+        diagnostics += "-barcode=: " + id + " is given twice\n";
+        return false;
+      }
+    }
+    settings.barcodes.emplace_back(id, kind);
+    if (end == std::string::npos) return true;
+    start = end + 1;
+  }
 }
 
 OPTION_OUTCOME refuse(const std::string& arg, const char* why, std::string& diagnostics) {
@@ -103,6 +135,8 @@ OPTION_OUTCOME apply_option(const std::string& arg, SETTINGS& settings, Output& 
     settings.report = true;
   } else if (starts_with(arg, "-keep")) {
     settings.keep = true;
+  } else if (starts_with(arg, "-barcode=")) {
+    fits = set_barcodes(arg.substr(9), settings, diagnostics);
   } else if (is_batch_option(arg)) {
     return apply_batch_option(arg, settings, diagnostics);
   } else if (starts_with(arg, "-v")) {
@@ -110,6 +144,14 @@ OPTION_OUTCOME apply_option(const std::string& arg, SETTINGS& settings, Output& 
     return OPTION_OUTCOME::done;
   }
   return fits ? OPTION_OUTCOME::go_on : OPTION_OUTCOME::usage_error;
+}
+
+bool check_art_options(const SETTINGS& settings, std::string& diagnostics) {
+  if (!settings.barcodes.empty() && !settings.keep) {
+    diagnostics += "-barcode= needs -keep: barcodes exist only embedded in the document\n";
+    return false;
+  }
+  return true;
 }
 
 bool check_batch_options(const SETTINGS& settings, std::string& diagnostics) {

@@ -19,6 +19,10 @@ enum class OPTION_OUTCOME { go_on, done, usage_error };
 OPTION_OUTCOME apply_option(const std::string& arg, SETTINGS& settings, Output& out,
                             std::string& diagnostics);
 
+// Generated art (a barcode) without "-keep", which alone embeds art: false with the reason
+// added to diagnostics.
+bool check_art_options(const SETTINGS& settings, std::string& diagnostics);
+
 // The combinations of batch options that cannot run ("-each" without "-out", "-shard"
 // without "-each"): false with the reason added to diagnostics.
 bool check_batch_options(const SETTINGS& settings, std::string& diagnostics);

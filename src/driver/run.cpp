@@ -31,7 +31,9 @@ int run(const std::vector<std::string>& args, Output& out, std::string& diagnost
     }
   }
   if (args.size() <= 2 || next == args.size()) return usage(diagnostics);
-  if (!check_batch_options(settings, diagnostics)) return usage(diagnostics);
+  if (!check_batch_options(settings, diagnostics) || !check_art_options(settings, diagnostics)) {
+    return usage(diagnostics);
+  }
   const int status = make_documents(settings, args, next, out, diagnostics);
   return status == kUsageStatus ? usage(diagnostics) : status;
 }

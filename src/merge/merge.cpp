@@ -3,7 +3,7 @@
 #include "document/ai_document.h"
 #include "merge/table_loader.h"
 #include "output/printer.h"
-#include "placed/eps_file_source.h"
+#include "placed/art_sources.h"
 #include "placed/placed_art_replace.h"
 #include "support/output.h"
 #include "support/settings.h"
@@ -18,9 +18,7 @@ AI_DOCUMENT* left_to_exit = nullptr;
 }  // namespace
 
 MERGE::MERGE(const SETTINGS& run_settings)
-    : with(run_settings),
-      printer(make_printer(with)),
-      art(std::make_unique<EPS_FILE_SOURCE>(with.home_dir)) {
+    : with(run_settings), printer(make_printer(with)), art(std::make_unique<ART_SOURCES>(with)) {
   lines.start(with.report);
 }
 
@@ -57,7 +55,7 @@ void MERGE::apply(const TABLE_ARGUMENT& argument, const TAB_TEXT& table) {
   budget.add(table.byte_count());
   const char* id = argument.every_id ? nullptr : argument.id.c_str();
   TEXT_REPLACING text_replacing{with, lines, budget, joined, room};
-  ART_REPLACING art_replacing{with, lines, *art};
+  ART_REPLACING art_replacing{with, lines, art->for_id(argument.id), argument.file};
   for (REPLACEABLE& object : objects) {
     lines.set_layer(object.layer);
     if (!argument.placed && object.text) {

@@ -14,7 +14,7 @@
 #include "text/point_text_reader.h"
 
 class AI_DOCUMENT;
-class ART_SOURCE;
+class ART_SOURCES;
 class Output;
 class PRINTER;
 class TAB_TEXT;
@@ -56,7 +56,7 @@ class MERGE {
  private:
   const SETTINGS& with;
   std::unique_ptr<PRINTER> printer;
-  std::unique_ptr<ART_SOURCE> art;
+  std::unique_ptr<ART_SOURCES> art;
   REPORT lines;
   EXPANSION_BUDGET budget;
   POINT_TEXT_READER reader;

@@ -2,7 +2,7 @@
 
 #include "placed/eps_path.h"
 
-NEW_ART EPS_FILE_SOURCE::find(std::string_view cell, bool string_body) const {
+NEW_ART EPS_FILE_SOURCE::find(std::string_view cell, bool string_body) {
   NEW_ART art;
   art.path = local_eps_path(cell, home, string_body);
   if (!art.path) return art;

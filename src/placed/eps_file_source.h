@@ -13,7 +13,7 @@ class EPS_FILE_SOURCE : public ART_SOURCE {
  public:
   explicit EPS_FILE_SOURCE(std::string home_dir) : home(std::move(home_dir)) {}
 
-  NEW_ART find(std::string_view cell, bool string_body) const override;
+  NEW_ART find(std::string_view cell, bool string_body) override;
   std::optional<std::string_view> postscript(const std::string& path) override;
   void next_document() override { files = std::make_unique<EMBEDDED_FILES>(); }
 

@@ -10,6 +10,7 @@
 #include "placed/art_source.h"
 #include "placed/eps_path.h"
 #include "placed/epsf_info.h"
+#include "support/error.h"
 #include "support/numbers.h"
 #include "support/output.h"
 #include "support/patterns.h"
@@ -148,7 +149,10 @@ void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table,
   const std::optional<std::string> placeholder = find_name_placeholder(id, name);
   if (!placeholder) return;
   if (with.settings.each > 0) {
-    analysed.keep([this] { return SUBSTITUTED(bquote, no_data, removed, new_file, reached); });
+    analysed.keep([this] {
+      return SUBSTITUTED(bquote, no_data, removed, new_file, new_source, new_art_generated,
+                         reached);
+    });
   }
   reached = true;
   int row = 0;
@@ -163,9 +167,14 @@ void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table,
     report.add("placed art", *placeholder, row, col, removed ? "removed" : "kept: no cell");
     return;
   }
-  bquote.file_string = std::string("(") + cell + ")";
   NEW_ART art = with.source.find(cell, table.escaped());
+  if (!art.refused.empty()) {
+    fail("%s: row %d, column %d: %s\n", with.table.c_str(), row, col, art.refused.c_str());
+  }
+  bquote.file_string = std::string("(") + cell + ")";
   new_file = std::move(art.path);
+  new_source = &with.source;
+  new_art_generated = art.generated;
   report.add(
       "placed art", *placeholder, row, col,
       "replaced, " + (art.box ? fit(*art.box, with.settings) : std::string("file not found")));
@@ -173,7 +182,7 @@ void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table,
 
 void AI_PLACED_ART_REPLACE::restore_analysed() {
   analysed.restore([this](const SUBSTITUTED& state) {
-    std::tie(bquote, no_data, removed, new_file, reached) = state;
+    std::tie(bquote, no_data, removed, new_file, new_source, new_art_generated, reached) = state;
   });
 }
 

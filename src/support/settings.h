@@ -4,6 +4,8 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
+#include <vector>
 
 // How table files are read: bytes as they stand, or Unicode text of tab- or comma-separated
 // values converted into the document's encoding.
@@ -23,6 +25,8 @@ struct SETTINGS {
   bool report = false;                     // report what became of each placeholder
   bool keep = false;                       // copy the template whole, rewrite only what changed
   TABLE_FORM table = TABLE_FORM::raw;
+  // Placed-art identifiers whose cells are barcode data, each with its kind's name.
+  std::vector<std::pair<std::string, std::string>> barcodes;
   std::string encoding;  // the document's text encoding; empty: as the template says
 
   // Batches: one document per block of table rows, written to files named from a pattern.
