@@ -25,8 +25,8 @@ need_packages() {
   fi
 }
 
-# The libraries of placed art: barcodes (libzint).
-tools="cmake g++ make libgtest-dev libzint-dev"
+# The libraries of placed art: barcodes (libzint), photos (libjpeg, libpng, libtiff, zlib).
+tools="cmake g++ make libgtest-dev libzint-dev libjpeg-dev libpng-dev libtiff-dev zlib1g-dev"
 
 configure() {  # build-dir, extra cmake options...
   dir=$1; shift

@@ -14,6 +14,9 @@
 struct CACHED_ART {
   std::string postscript;  // the EPS art, as "-keep" embeds it
   EPS_BBOX box;
+  int pixels_wide = 0;  // a photo's pixels
+  int pixels_high = 0;
+  std::string unusable;  // why a file could not become art; then it has none
 };
 
 class ART_CACHE {

@@ -6,7 +6,9 @@
 namespace {
 
 CACHED_ART art(size_t bytes) {
-  return CACHED_ART{std::string(bytes, 'x'), EPS_BBOX{}};
+  CACHED_ART made;
+  made.postscript.assign(bytes, 'x');
+  return made;
 }
 
 }  // namespace

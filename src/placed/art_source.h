@@ -20,6 +20,11 @@ struct NEW_ART {
   bool generated = false;
   // Why the cell can never become art (data a barcode cannot hold): the run ends.
   std::string refused;
+  // Why the file the cell names cannot be used, for the report, when that is known better
+  // than "file not found".
+  std::string unusable;
+  int pixels_wide = 0;  // a photo's pixels, for its resolution in print
+  int pixels_high = 0;
 };
 
 class ART_SOURCE {

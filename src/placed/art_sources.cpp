@@ -6,7 +6,7 @@
 #include "support/settings.h"
 
 ART_SOURCES::ART_SOURCES(const SETTINGS& settings)
-    : files(std::make_unique<EPS_FILE_SOURCE>(settings.home_dir)) {
+    : files(std::make_unique<EPS_FILE_SOURCE>(settings.home_dir, settings.keep)) {
   for (const auto& [id, kind_name] : settings.barcodes) {
     const BARCODE_KIND* kind = barcode_kind(kind_name);
     // The options let only known kinds through.

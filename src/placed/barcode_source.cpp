@@ -41,6 +41,8 @@ const CACHED_ART* BARCODE_SOURCE::art_of(const std::string& data, std::string& w
   if (const CACHED_ART* found = cache.find(data)) return found;
   std::optional<BARCODE_ART> made = encode_barcode(kind, data, why);
   if (!made) return nullptr;
-  CACHED_ART art{std::move(made->eps), EPS_BBOX{0, 0, made->width, made->height}};
+  CACHED_ART art;
+  art.postscript = std::move(made->eps);
+  art.box = EPS_BBOX{0, 0, made->width, made->height};
   return &cache.add(data, std::move(art));
 }

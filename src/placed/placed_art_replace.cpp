@@ -175,9 +175,9 @@ void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table,
   new_file = std::move(art.path);
   new_source = &with.source;
   new_art_generated = art.generated;
-  report.add(
-      "placed art", *placeholder, row, col,
-      "replaced, " + (art.box ? fit(*art.box, with.settings) : std::string("file not found")));
+  const std::string unfitted = art.unusable.empty() ? "file not found" : art.unusable;
+  report.add("placed art", *placeholder, row, col,
+             "replaced, " + (art.box ? fit(*art.box, with.settings) : unfitted));
 }
 
 void AI_PLACED_ART_REPLACE::restore_analysed() {
