@@ -1,9 +1,10 @@
 #include "placed/eps_file_source.h"
 
 #include "placed/eps_path.h"
+#include "placed/kept_eps_box.h"
 
-EPS_FILE_SOURCE::EPS_FILE_SOURCE(std::string home_dir, bool photos)
-    : home(std::move(home_dir)), photo_files(photos ? std::make_unique<PHOTO_FILES>() : nullptr) {}
+EPS_FILE_SOURCE::EPS_FILE_SOURCE(std::string home_dir, bool kept)
+    : home(std::move(home_dir)), photo_files(kept ? std::make_unique<PHOTO_FILES>() : nullptr) {}
 
 NEW_ART EPS_FILE_SOURCE::find(std::string_view cell, bool string_body) {
   NEW_ART art;
@@ -11,6 +12,8 @@ NEW_ART EPS_FILE_SOURCE::find(std::string_view cell, bool string_body) {
   if (!art.path) return art;
   if (photo_files) {
     if (std::optional<NEW_ART> photo = photo_files->find(*art.path)) return std::move(*photo);
+    art.box = kept_eps_box(*art.path, art.unusable);
+    return art;
   }
   EPSF_INFO info(*art.path);
   if (info.analyze() == 0) art.box = info.get_HiResBoundingBox();

@@ -13,8 +13,9 @@
 
 class EPS_FILE_SOURCE : public ART_SOURCE {
  public:
-  // photos: whether files may be photos, which only embedded art can show.
-  EPS_FILE_SOURCE(std::string home_dir, bool photos);
+  // kept: for "-keep", which embeds art: files may be photos, an EPS file may be fitted by
+  // its %%BoundingBox, and a file that cannot be used says why (kept_eps_box).
+  EPS_FILE_SOURCE(std::string home_dir, bool kept);
 
   NEW_ART find(std::string_view cell, bool string_body) override;
   std::optional<std::string_view> postscript(const std::string& path) override;
@@ -23,5 +24,5 @@ class EPS_FILE_SOURCE : public ART_SOURCE {
  private:
   std::string home;
   std::unique_ptr<EMBEDDED_FILES> files = std::make_unique<EMBEDDED_FILES>();
-  std::unique_ptr<PHOTO_FILES> photo_files;
+  std::unique_ptr<PHOTO_FILES> photo_files;  // null without "-keep"
 };
