@@ -25,6 +25,8 @@ struct NEW_ART {
   std::string unusable;
   int pixels_wide = 0;  // a photo's pixels, for its resolution in print
   int pixels_high = 0;
+  double module_mm = 0;  // a barcode's module as drawn, and the smallest its symbology allows
+  double smallest_module_mm = 0;
 };
 
 class ART_SOURCE {

@@ -27,6 +27,8 @@ NEW_ART BARCODE_SOURCE::find(std::string_view cell, bool string_body) {
   }
   art.box = found->box;
   art.path = std::move(data);
+  art.module_mm = kind.module_mm;
+  art.smallest_module_mm = kind.smallest_mm;
   return art;
 }
 

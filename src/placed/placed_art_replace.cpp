@@ -10,6 +10,7 @@
 #include "placed/art_source.h"
 #include "placed/eps_path.h"
 #include "placed/epsf_info.h"
+#include "placed/print_checks.h"
 #include "support/error.h"
 #include "support/numbers.h"
 #include "support/output.h"
@@ -175,9 +176,15 @@ void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table,
   new_file = std::move(art.path);
   new_source = &with.source;
   new_art_generated = art.generated;
-  const std::string unfitted = art.unusable.empty() ? "file not found" : art.unusable;
+  if (!art.box) {
+    report.add("placed art", *placeholder, row, col,
+               "replaced, " + (art.unusable.empty() ? "file not found" : art.unusable));
+    return;
+  }
+  const OP_BQUOTE frame = bquote;
+  const std::string fitted = fit(*art.box, with.settings);
   report.add("placed art", *placeholder, row, col,
-             "replaced, " + (art.box ? fit(*art.box, with.settings) : unfitted));
+             "replaced, " + fitted + print_checks(art, frame, bquote));
 }
 
 void AI_PLACED_ART_REPLACE::restore_analysed() {
