@@ -65,7 +65,8 @@ case "${1:-build}" in
   bench)
     configure_and_build build-release -DCMAKE_BUILD_TYPE=Release -DORMEL_TESTS=OFF
     sh bench/run.sh build-release/ormel --expect bench/checksums.txt
-    build-release/bench/ormel_batch_bench build-release/ormel ;;
+    build-release/bench/ormel_batch_bench build-release/ormel
+    build-release/bench/ormel_art_bench build-release/ormel ;;
   *)
     echo "usage: ./build.sh [build|demo|test|fuzz [seconds]|bench|format]" >&2
     exit 1 ;;

@@ -110,6 +110,7 @@ int main(int argc, char** argv) {
     std::cout << count << '\n';
     return 0;
   }
-  std::cerr << "usage: ppm_tool diff A.ppm B.ppm | ppm_tool count R G B A.ppm | ppm_tool error A.ppm B.ppm\n";
+  std::cerr << "usage: ppm_tool diff A.ppm B.ppm | ppm_tool count R G B A.ppm | ppm_tool error "
+               "A.ppm B.ppm\n";
   return 2;
 }
