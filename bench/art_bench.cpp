@@ -184,7 +184,7 @@ class Bench {
                 side);
     std::string names, codes, photos, logos, bars;
     for (int i = 1; i <= options_.documents; ++i) {
-      char code[16];
+      char code[32];
       std::snprintf(code, sizeof code, "400638%06d", i);
       names += "Product " + std::to_string(i) + "\n";
       codes += std::string(code) + "\n";
