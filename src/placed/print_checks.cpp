@@ -8,7 +8,6 @@ namespace {
 
 constexpr double kMinimumDpi = 150;
 constexpr double kPointsPerInch = 72;
-constexpr double kMmPerInch = 25.4;
 // Rounding of the written placement, six decimals, is no overlap.
 constexpr double kTolerance = 1e-5;
 
