@@ -25,7 +25,8 @@ need_packages() {
   fi
 }
 
-tools="cmake g++ make libgtest-dev"
+# The libraries of placed art: barcodes (libzint), photos (libjpeg, libpng, libtiff, zlib).
+tools="cmake g++ make libgtest-dev libzint-dev libjpeg-dev libpng-dev libtiff-dev zlib1g-dev"
 
 configure() {  # build-dir, extra cmake options...
   dir=$1; shift
@@ -48,8 +49,9 @@ case "${1:-build}" in
     sh examples/run-example.sh build/ormel build/demo ;;
   test)
     # Ghostscript reads ormel's output and renders its PDFs and proofs, which poppler-utils
-    # and qpdf read in turn.
-    tools="$tools ghostscript poppler-utils qpdf"
+    # and qpdf read in turn; scanner software reads its barcodes back (zbarimg; dmtxread for
+    # Data Matrix).
+    tools="$tools ghostscript poppler-utils qpdf zbar-tools dmtx-utils"
     configure_and_build build
     (cd build && ctest --output-on-failure -j "$jobs")
     configure_and_build build-sanitize -DORMEL_SANITIZE=ON -DCMAKE_BUILD_TYPE=Debug
@@ -65,7 +67,8 @@ case "${1:-build}" in
     configure_and_build build-release -DCMAKE_BUILD_TYPE=Release -DORMEL_TESTS=OFF
     sh bench/run.sh build-release/ormel --expect bench/checksums.txt
     build-release/bench/ormel_batch_bench build-release/ormel
-    build-release/bench/ormel_pages_bench build-release/ormel ;;
+    build-release/bench/ormel_pages_bench build-release/ormel
+    build-release/bench/ormel_art_bench build-release/ormel ;;
   *)
     echo "usage: ./build.sh [build|demo|test|fuzz [seconds]|bench|format]" >&2
     exit 1 ;;

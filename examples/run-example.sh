@@ -1,9 +1,12 @@
 #!/bin/sh
 # Runs ormel on the bundled sheet of two shelf labels: the texts come from products.txt
 # (with -rx=new, so a placeholder may name a font; the price is set in a Rimba numeral
-# font), the brand logos from logos.txt, found below home/ and fitted into the old frames.
-# With -keep the template is copied whole and the new logos' PostScript is embedded in
-# place of the stand-in art, so the document prints without the linked files.
+# font), the brand logos from logos.txt, found below home/ and fitted into the old frames,
+# an EAN-13 barcode drawn from each product's code (-barcode=EAN:ean13, column 5 of
+# products.txt) and a product photo (column 6: JPEG, PNG or TIFF below home/Photos/, made by
+# photos/make.sh). With -keep the template is copied whole and the new logos' PostScript is
+# embedded in place of the stand-in art, the barcodes and photos in their linked frames, so
+# the document prints without the linked files.
 # Then the one-label template (shelf-label.ai) is merged with every product of
 # catalogue.txt (a header row, then one product a row) into one file per product, named by
 # the product, in OUTDIR/labels/, and into one PDF of all the labels, OUTDIR/labels.pdf.
@@ -19,8 +22,9 @@ mkdir -p "$outdir"
 out=$outdir/shelf-labels-merged.ai
 report=$outdir/shelf-labels-merged.report
 
-set -- -keep -rx=new -refpt=upperleft -report -home="$here/home/" "$here/shelf-labels.ai" \
-  "PR=$here/products.txt" "EPS-LOGO=$here/logos.txt"
+set -- -keep -rx=new -refpt=upperleft -report -home="$here/home/" -barcode=EAN:ean13 \
+  "$here/shelf-labels.ai" "PR=$here/products.txt" "EPS-LOGO=$here/logos.txt" \
+  "EPS-EAN=$here/products.txt" "EPS-PHOTO=$here/products.txt"
 printf '$ ormel %s\n' "$*"
 if ! "$ormel" "$@" > "$out" 2> "$report"; then
   cat "$report" >&2
@@ -46,9 +50,10 @@ else
 fi
 
 mkdir -p "$outdir/labels"
-set -- -keep -rx=new -refpt=upperleft -home="$here/home/" -each=1 -skip=1 \
+set -- -keep -rx=new -refpt=upperleft -home="$here/home/" -barcode=EAN:ean13 -each=1 -skip=1 \
   -out="$outdir/labels/{PR-1-1}.ai" "$here/shelf-label.ai" "PR=$here/catalogue.txt" \
-  "EPS-LOGO=$here/catalogue-logos.txt"
+  "EPS-LOGO=$here/catalogue-logos.txt" "EPS-EAN=$here/catalogue.txt" \
+  "EPS-PHOTO=$here/catalogue.txt"
 echo
 printf '$ ormel %s\n' "$*"
 "$ormel" "$@"
@@ -57,9 +62,10 @@ ls "$outdir/labels"
 
 # The same labels as the pages of one PDF, which Ghostscript renders (-out= ending in .pdf).
 if command -v gs > /dev/null 2>&1; then
-  set -- -keep -rx=new -refpt=upperleft -home="$here/home/" -each=1 -skip=1 \
+  set -- -keep -rx=new -refpt=upperleft -home="$here/home/" -barcode=EAN:ean13 -each=1 -skip=1 \
     -out="$outdir/labels.pdf" "$here/shelf-label.ai" "PR=$here/catalogue.txt" \
-    "EPS-LOGO=$here/catalogue-logos.txt"
+    "EPS-LOGO=$here/catalogue-logos.txt" "EPS-EAN=$here/catalogue.txt" \
+    "EPS-PHOTO=$here/catalogue.txt"
   echo
   printf '$ ormel %s\n' "$*"
   "$ormel" "$@"

@@ -4,7 +4,7 @@
 # tables for fuzz_table and fuzz_delimited, and one whole run per case for fuzz_run. New
 # crashes are written to fuzz/findings/ and fail the script.
 # Usage: sh fuzz/run-fuzzers.sh BUILD_DIR SECONDS [TARGETS]
-#   (default "template table delimited run")
+#   (default "template table delimited run image")
 # Long runs: sh fuzz/run-fuzzers.sh build-fuzz 1800  (30 minutes per target); on several
 # cores, one call per target in parallel: sh fuzz/run-fuzzers.sh build-fuzz 1800 run &
 set -u
@@ -68,7 +68,7 @@ golden_seeds() {
 
 mkdir -p "$here/findings"
 failed=0
-for target in ${3:-template table delimited run}; do
+for target in ${3:-template table delimited run image}; do
   work=$(mktemp -d)
   cp -R "$here/corpus/$target/." "$work/"
   golden_seeds "$target" "$work"

@@ -41,8 +41,10 @@ has_text() { pdftotext -f "$2" -l "$2" "$1" - | grep -qF "$3" || fail "$1: page 
 products() { tail -n +2 "$examples/catalogue.txt" | cut -f "$1"; }
 # label ARGS...: ormel on the one-label template with every product of the catalogue.
 label() {
-  "$ormel" -keep -rx=new -refpt=upperleft -home="$examples/home/" -each=1 -skip=1 "$@" \
-    "$examples/shelf-label.ai" "PR=$examples/catalogue.txt" "EPS-LOGO=$examples/catalogue-logos.txt"
+  "$ormel" -keep -rx=new -refpt=upperleft -home="$examples/home/" -barcode=EAN:ean13 -each=1 \
+    -skip=1 "$@" "$examples/shelf-label.ai" "PR=$examples/catalogue.txt" \
+    "EPS-LOGO=$examples/catalogue-logos.txt" "EPS-EAN=$examples/catalogue.txt" \
+    "EPS-PHOTO=$examples/catalogue.txt"
 }
 # only FILE...: the folder holds exactly these files, hidden ones included.
 only() { [ "$(ls -A | tr '\n' ' ')" = "$* " ] || fail "files: $(ls -A | tr '\n' ' '), expected: $*"; }
@@ -69,8 +71,9 @@ case $check in
     [ "$(grep -c '^document [1-5]: layer 2: text PR-1-1_ (row 1, column 1): replaced$' report.txt)" = 5 ] ||
       fail "-report: $(cat report.txt)" ;;
   one)
-    "$ormel" -keep -rx=new -home="$examples/home/" -out=sheet.pdf "$examples/shelf-labels.ai" \
-      "PR=$examples/products.txt" "EPS-LOGO=$examples/logos.txt" || fail "ormel"
+    "$ormel" -keep -rx=new -home="$examples/home/" -barcode=EAN:ean13 -out=sheet.pdf \
+      "$examples/shelf-labels.ai" "PR=$examples/products.txt" "EPS-LOGO=$examples/logos.txt" \
+      "EPS-EAN=$examples/products.txt" "EPS-PHOTO=$examples/products.txt" || fail "ormel"
     [ "$(pages sheet.pdf)" = 1 ] || fail "sheet.pdf has $(pages sheet.pdf) pages"
     pdfinfo -box sheet.pdf | grep -q '^MediaBox: *0.00 *0.00 *220.00 *430.00' || fail "page size"
     for row in 1 2; do has_text sheet.pdf 1 "$(sed -n ${row}p "$examples/products.txt" | cut -f 1)"; done

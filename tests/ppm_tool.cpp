@@ -2,6 +2,8 @@
 //   ppm_tool diff A B        "same", or the box "x0 y0 x1 y1" (pixels from the top left) of
 //                            the pixels that differ; "size" when the pictures differ in size
 //   ppm_tool count R G B A   how many pixels of A have that colour
+//   ppm_tool error A B       the mean difference of the channels of A and B, in percent of
+//                            the full scale ("size" when the pictures differ in size)
 // Status 2 when a picture cannot be read.
 #include <algorithm>
 #include <cctype>
@@ -74,6 +76,18 @@ int diff(const Picture& a, const Picture& b) {
   return 0;
 }
 
+int mean_error(const Picture& a, const Picture& b) {
+  if (a.width != b.width || a.height != b.height) {
+    std::cout << "size\n";
+    return 0;
+  }
+  const size_t n = static_cast<size_t>(3 * a.width * a.height);
+  double sum = 0;
+  for (size_t i = 0; i < n; ++i) sum += std::abs(int{a.rgb[i]} - int{b.rgb[i]});
+  std::printf("%.2f\n", n ? 100.0 * sum / (255.0 * static_cast<double>(n)) : 0.0);
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -82,6 +96,9 @@ int main(int argc, char** argv) {
   Picture b;
   if (command == "diff" && argc == 4 && read_picture(argv[2], &a) && read_picture(argv[3], &b)) {
     return diff(a, b);
+  }
+  if (command == "error" && argc == 4 && read_picture(argv[2], &a) && read_picture(argv[3], &b)) {
+    return mean_error(a, b);
   }
   if (command == "count" && argc == 6 && read_picture(argv[5], &a)) {
     long count = 0;
@@ -93,6 +110,7 @@ int main(int argc, char** argv) {
     std::cout << count << '\n';
     return 0;
   }
-  std::cerr << "usage: ppm_tool diff A.ppm B.ppm | ppm_tool count R G B A.ppm\n";
+  std::cerr << "usage: ppm_tool diff A.ppm B.ppm | ppm_tool count R G B A.ppm | ppm_tool error "
+               "A.ppm B.ppm\n";
   return 2;
 }

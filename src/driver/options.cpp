@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "art/barcode.h"
 #include "support/numbers.h"
 #include "support/output.h"
 #include "support/strings.h"
@@ -110,6 +111,35 @@ bool set_shard(const std::string& value, SETTINGS& settings, std::string& why) {
   return true;
 }
 
+// "ID:KIND[,ID:KIND...]": placed-art identifiers whose cells are barcode data.
+bool set_barcodes(const std::string& value, SETTINGS& settings, std::string& why) {
+  size_t start = 0;
+  for (;;) {
+    const size_t end = value.find(',', start);
+    const std::string item = value.substr(start, end - start);
+    const size_t colon = item.find(':');
+    const std::string id = item.substr(0, colon);
+    const std::string kind = colon == std::string::npos ? "" : item.substr(colon + 1);
+    if (id.empty() || id.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ") != std::string::npos) {
+      why = "\"" + item + "\": not ID:KIND with an identifier of capitals";
+      return false;
+    }
+    if (!barcode_kind(kind)) {
+      why = "\"" + item + "\": the kind is one of " + barcode_kind_names();
+      return false;
+    }
+    for (const auto& known : settings.barcodes) {
+      if (known.first == id) {
+        why = id + " is given twice";
+        return false;
+      }
+    }
+    settings.barcodes.emplace_back(id, kind);
+    if (end == std::string::npos) return true;
+    start = end + 1;
+  }
+}
+
 // In the order a single-dash argument is matched against them; "v" comes last.
 const OPTION kOptions[] = {
     {"rx=", "new", "placeholders that also name a font (-rx=new)",
@@ -148,6 +178,8 @@ const OPTION kOptions[] = {
     {"out=", "PATTERN", "where documents go: # is the number, {ID-row-col} a cell", set_out},
     {"shard=", "I/M", "make only documents I, I+M, I+2M, ...", set_shard},
     {"dpi=", "N", "the resolution of PNG proofs (-out=NAME.png), 150 by default", set_dpi},
+    {"barcode=", "ID:KIND,...", "placed art ID takes barcodes of its cells (with -keep)",
+     set_barcodes},
     {"strict", nullptr, "write nothing unless every placeholder and frame gets its cell",
      set_flag<&SETTINGS::strict>},
     {"sync", nullptr, "each file written reaches the disk before it takes its name",
@@ -284,6 +316,10 @@ OPTION_OUTCOME OPTION_READER::finish(std::string& diagnostics) const {
   }
   if (settings.shards > 0 && settings.each == 0) {
     diagnostics += "-shard=I/M needs -each=N\n";
+    return OPTION_OUTCOME::usage_error;
+  }
+  if (!settings.barcodes.empty() && !settings.keep) {
+    diagnostics += "-barcode= needs -keep: barcodes exist only embedded in the document\n";
     return OPTION_OUTCOME::usage_error;
   }
   return OPTION_OUTCOME::go_on;

@@ -70,7 +70,7 @@ class DOCUMENTS {
 
   std::vector<std::string> ids() const;
   // The files that the cells of a placed-art table name are inputs too.
-  void add_art_inputs(const TAB_TEXT& table);
+  void add_art_inputs(const std::string& id, const TAB_TEXT& table);
   bool generic() const { return arguments.size() == 1 && arguments[0].every_id; }
 
  private:
@@ -130,7 +130,7 @@ bool DOCUMENTS::read_tables(const std::vector<std::string>& args, size_t first,
     TAB_TEXT& table = tables.emplace_back();
     loader.load(argument->file, merge.document(), table, max_records);
     targets.add_input(argument->file);
-    if (argument->placed) add_art_inputs(table);
+    if (argument->placed) add_art_inputs(argument->id, table);
     if (settings.each > 0) continue;
     table.set_block(skip, kAllRows);
     merge.apply(*argument, table);
@@ -141,11 +141,11 @@ bool DOCUMENTS::read_tables(const std::vector<std::string>& args, size_t first,
   return true;
 }
 
-void DOCUMENTS::add_art_inputs(const TAB_TEXT& table) {
+void DOCUMENTS::add_art_inputs(const std::string& id, const TAB_TEXT& table) {
   for (long long row = 0; row < table.rec_count(); ++row) {
     for (long long col = 0; const char* cell = table.get_field(row, col); ++col) {
       if (!*cell) continue;
-      const std::optional<std::string> path = merge.art_path(cell, table.escaped());
+      const std::optional<std::string> path = merge.art_path(id, cell, table.escaped());
       if (!path) continue;
       targets.add_input(*path);
     }

@@ -3,7 +3,7 @@
 #include "document/ai_document.h"
 #include "merge/table_loader.h"
 #include "output/printer.h"
-#include "placed/eps_file_source.h"
+#include "placed/art_sources.h"
 #include "placed/placed_art_replace.h"
 #include "support/error.h"
 #include "support/output.h"
@@ -19,9 +19,7 @@ AI_DOCUMENT* left_to_exit = nullptr;
 }  // namespace
 
 MERGE::MERGE(const SETTINGS& run_settings)
-    : with(run_settings),
-      printer(make_printer(with)),
-      art(std::make_unique<EPS_FILE_SOURCE>(with.home_dir)) {
+    : with(run_settings), printer(make_printer(with)), art(std::make_unique<ART_SOURCES>(with)) {
   lines.start(with.report);
   lines.collect_problems(with.strict || with.each > 0);
 }
@@ -33,8 +31,9 @@ MERGE::~MERGE() {
   left_to_exit = doc.release();
 }
 
-std::optional<std::string> MERGE::art_path(std::string_view cell, bool string_body) const {
-  return art->path_of(cell, string_body);
+std::optional<std::string> MERGE::art_path(std::string_view id, std::string_view cell,
+                                           bool string_body) {
+  return art->for_id(id).path_of(cell, string_body);
 }
 
 void MERGE::read_template(const std::string& path) {
@@ -64,7 +63,7 @@ void MERGE::apply(const TABLE_ARGUMENT& argument, const TAB_TEXT& table) {
   lines.set_table(argument.file);
   const char* id = argument.every_id ? nullptr : argument.id.c_str();
   TEXT_REPLACING text_replacing{with, lines, budget, joined, room};
-  ART_REPLACING art_replacing{with, lines, *art};
+  ART_REPLACING art_replacing{with, lines, art->for_id(argument.id), argument.file};
   for (REPLACEABLE& object : objects) {
     lines.set_layer(object.layer);
     if (!argument.placed && object.text) {

@@ -16,7 +16,7 @@
 #include "text/point_text_reader.h"
 
 class AI_DOCUMENT;
-class ART_SOURCE;
+class ART_SOURCES;
 class Output;
 class PRINTER;
 class TAB_TEXT;
@@ -50,8 +50,8 @@ class MERGE {
   void report_not_copied();
 
   const SETTINGS& settings() const { return with; }
-  // The file on disk that a placed-art cell names, if it names one.
-  std::optional<std::string> art_path(std::string_view cell, bool string_body) const;
+  // The file on disk that a placed-art cell of identifier id names, if it names one.
+  std::optional<std::string> art_path(std::string_view id, std::string_view cell, bool string_body);
   REPORT& report() { return lines; }
   const AI_DOCUMENT& document() const { return *doc; }
   // For a batch, which prints the same template many times (see TEMPLATE).
@@ -60,7 +60,7 @@ class MERGE {
  private:
   const SETTINGS& with;
   std::unique_ptr<PRINTER> printer;
-  std::unique_ptr<ART_SOURCE> art;
+  std::unique_ptr<ART_SOURCES> art;
   REPORT lines;
   EXPANSION_BUDGET budget;
   POINT_TEXT_READER reader;

@@ -10,7 +10,7 @@ std::unique_ptr<TEMPLATE> DEFAULT_PRINTER::read(FileBytes bytes) const {
 }
 
 // The tree prints itself, each object in place of its lines.
-void DEFAULT_PRINTER::print(const AI_DOCUMENT& doc, const REPLACEABLES&, ART_SOURCE&, REPORT&,
+void DEFAULT_PRINTER::print(const AI_DOCUMENT& doc, const REPLACEABLES&, ART_SOURCES&, REPORT&,
                             Output& out) const {
   doc.print_new(out);
   out.printf("%s%s", "%%EOF", "\r");

@@ -8,7 +8,7 @@
 class DEFAULT_PRINTER : public PRINTER {
  public:
   std::unique_ptr<TEMPLATE> read(FileBytes bytes) const override;
-  void print(const AI_DOCUMENT& doc, const REPLACEABLES& objects, ART_SOURCE& art, REPORT& report,
+  void print(const AI_DOCUMENT& doc, const REPLACEABLES& objects, ART_SOURCES& art, REPORT& report,
              Output& out) const override;
   void report_not_copied(const AI_DOCUMENT& doc, REPORT& report) const override;
 };

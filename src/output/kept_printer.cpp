@@ -2,7 +2,7 @@
 
 #include "document/ai_document.h"
 #include "output/not_copied.h"
-#include "placed/art_source.h"
+#include "placed/art_sources.h"
 #include "placed/placed_art_replace.h"
 #include "support/output.h"
 #include "support/patches.h"
@@ -14,7 +14,7 @@ std::unique_ptr<TEMPLATE> KEPT_PRINTER::read(FileBytes bytes) const {
   return std::make_unique<TEMPLATE>(std::move(bytes), TEMPLATE::KEEP_BYTES());
 }
 
-void KEPT_PRINTER::print(const AI_DOCUMENT& doc, const REPLACEABLES& objects, ART_SOURCE& art,
+void KEPT_PRINTER::print(const AI_DOCUMENT& doc, const REPLACEABLES& objects, ART_SOURCES& art,
                          REPORT& report, Output& out) const {
   art.next_document();
   PATCHES patches;
@@ -23,7 +23,7 @@ void KEPT_PRINTER::print(const AI_DOCUMENT& doc, const REPLACEABLES& objects, AR
     if (object.text) {
       object.text->kept()->patch(object.text->point_text(), patches);
     } else {
-      object.placed_art->kept()->patch(*object.placed_art, art, report, patches);
+      object.placed_art->kept()->patch(*object.placed_art, report, patches);
     }
   }
   const TEMPLATE& tpl = doc.text();

@@ -11,7 +11,7 @@
 #include "support/file_io.h"
 
 class AI_DOCUMENT;
-class ART_SOURCE;
+class ART_SOURCES;
 class Output;
 class REPORT;
 class TEMPLATE;
@@ -25,7 +25,7 @@ class PRINTER {
   // Writes the new document, its closing line included. Everything the rewritten objects
   // need is read before the first byte is written, and what is written refers to the
   // template's bytes until out is flushed.
-  virtual void print(const AI_DOCUMENT& doc, const REPLACEABLES& objects, ART_SOURCE& art,
+  virtual void print(const AI_DOCUMENT& doc, const REPLACEABLES& objects, ART_SOURCES& art,
                      REPORT& report, Output& out) const = 0;
   // Adds to report the parts of the template that this output does not copy.
   virtual void report_not_copied(const AI_DOCUMENT& doc, REPORT& report) const = 0;

@@ -69,6 +69,7 @@ void KEPT_PLACEMENT::setup(const TEMPLATE& tpl, int first, int last, AI_PLACED_A
         int n = 0;
         for (int i : {1, 2, 3, 4, 5, 6, 8, 9, 10, 11}) numbers[n++] = p[i];
         file = p[12];
+        backquote = token;
         placed = true;
       }
       seen.push_back(token);
@@ -84,7 +85,7 @@ void KEPT_PLACEMENT::setup(const TEMPLATE& tpl, int first, int last, AI_PLACED_A
                    numbers[8].bytes, numbers[9].bytes, file_read);
 }
 
-void KEPT_PLACEMENT::patch(const AI_PLACED_ART_REPLACE& art, ART_SOURCE& source, REPORT& report,
+void KEPT_PLACEMENT::patch(const AI_PLACED_ART_REPLACE& art, REPORT& report,
                            PATCHES& patches) const {
   if (art.removed) {
     patches.replace(block, "");
@@ -101,12 +102,14 @@ void KEPT_PLACEMENT::patch(const AI_PLACED_ART_REPLACE& art, ART_SOURCE& source,
   // of a PostScript string.
   const std::string cell = now.substr(1, now.size() - 2);
   patches.replace(file.bytes, ps_string_like(file, ps_string_decode(cell)));
-  if (!begin_document.empty()) embed(cell, art.new_file, source, report, patches);
+  if (!begin_document.empty() || art.new_art_generated) embed(cell, art, report, patches);
 }
 
-void KEPT_PLACEMENT::embed(const std::string& cell, const std::optional<std::string>& path,
-                           ART_SOURCE& source, REPORT& report, PATCHES& patches) const {
-  const std::optional<std::string_view> postscript = path ? source.postscript(*path) : std::nullopt;
+void KEPT_PLACEMENT::embed(const std::string& cell, const AI_PLACED_ART_REPLACE& art,
+                           REPORT& report, PATCHES& patches) const {
+  const std::optional<std::string>& path = art.new_file;
+  const std::optional<std::string_view> postscript =
+      path && art.new_source ? art.new_source->postscript(*path) : std::nullopt;
   if (!postscript) {
     report.note("placed art", "(" + cell + ")",
                 "old embedded art kept, cannot read " + (path ? *path : cell));
@@ -116,10 +119,30 @@ void KEPT_PLACEMENT::embed(const std::string& cell, const std::optional<std::str
   for (char& c : name) {
     if (c == '\r' || c == '\n') c = ' ';
   }
+  if (begin_document.empty()) {
+    embed_in_linked(name, *postscript, patches);
+    return;
+  }
   patches.replace(begin_document, "%%BeginDocument: " + name);
   patches.replace_by_view(document_body, *postscript);
   const char last = postscript->empty() ? '\n' : postscript->back();
   if (last != '\r' && last != '\n') {
     patches.replace(document_body.substr(document_body.size()), std::string(begin_line_end));
   }
+}
+
+// The block's own line end (that of its first line) ends the lines it gets.
+void KEPT_PLACEMENT::embed_in_linked(const std::string& name, std::string_view postscript,
+                                     PATCHES& patches) const {
+  const size_t first_end = block.find_first_of("\r\n");
+  std::string line_end = "\r";
+  if (first_end != std::string_view::npos) {
+    line_end =
+        std::string(block.substr(first_end, block.compare(first_end, 2, "\r\n") == 0 ? 2 : 1));
+  }
+  const std::string_view after(backquote.bytes.data() + backquote.bytes.size(), 0);
+  patches.replace(after, line_end + "%%BeginDocument: " + name + line_end);
+  patches.replace_by_view(after, postscript);
+  const char last = postscript.empty() ? '\n' : postscript.back();
+  patches.replace(after, (last == '\r' || last == '\n' ? "" : line_end) + "%%EndDocument");
 }

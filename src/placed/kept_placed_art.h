@@ -4,7 +4,9 @@
 // substitution and fitting are the model's own. A block that was swapped gets only its
 // changed numbers and its file name rewritten, each in place; when it embeds the old art,
 // the new EPS file's PostScript is embedded between its own "%%BeginDocument" and
-// "%%EndDocument" lines instead. Every other line of the block is kept.
+// "%%EndDocument" lines instead. Art that exists only embedded (a barcode) is embedded in
+// a block that linked its art too, as Illustrator embeds placed files: its document follows
+// the placement's line. Every other line of the block is kept.
 #pragma once
 
 #include <optional>
@@ -27,20 +29,23 @@ class KEPT_PLACEMENT {
   // Reads lines first..last-1 of the block (last holds "%AI5_EndPlace") into art.
   void setup(const TEMPLATE& tpl, int first, int last, AI_PLACED_ART_REPLACE& art);
   // The patches that bring the block's bytes to what art holds now, the new art's
-  // PostScript taken from source. Art that cannot be embedded leaves the old embedded art,
-  // with a note in the report.
-  void patch(const AI_PLACED_ART_REPLACE& art, ART_SOURCE& source, REPORT& report,
-             PATCHES& patches) const;
+  // PostScript taken from its source. Art that cannot be embedded leaves the old embedded
+  // art, with a note in the report.
+  void patch(const AI_PLACED_ART_REPLACE& art, REPORT& report, PATCHES& patches) const;
 
  private:
-  void embed(const std::string& cell, const std::optional<std::string>& path, ART_SOURCE& source,
-             REPORT& report, PATCHES& patches) const;
+  void embed(const std::string& cell, const AI_PLACED_ART_REPLACE& art, REPORT& report,
+             PATCHES& patches) const;
+  // Embeds postscript after the placement's line of a block that embedded nothing.
+  void embed_in_linked(const std::string& name, std::string_view postscript,
+                       PATCHES& patches) const;
 
   std::string_view block;  // the block's lines, line ends included
   bool placed = false;     // whether the placement was read
   PS_TOKEN numbers[10];    // a b c d tx ty llx lly urx ury
   double numbers_read[10] = {};
   PS_TOKEN file{PS_KIND::string, {}};
+  PS_TOKEN backquote{PS_KIND::executable, {}};
   std::string file_read;  // the model's file string as read
   // The embedded document: its "%%BeginDocument" line's text, its line end, and its body
   // up to the "%%EndDocument" line; empty when the block embeds none.

@@ -10,6 +10,8 @@
 #include "placed/art_source.h"
 #include "placed/eps_path.h"
 #include "placed/epsf_info.h"
+#include "placed/print_checks.h"
+#include "support/error.h"
 #include "support/numbers.h"
 #include "support/output.h"
 #include "support/patterns.h"
@@ -148,7 +150,10 @@ void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table,
   const std::optional<std::string> placeholder = find_name_placeholder(id, name);
   if (!placeholder) return;
   if (with.settings.each > 0) {
-    analysed.keep([this] { return SUBSTITUTED(bquote, no_data, removed, new_file, reached); });
+    analysed.keep([this] {
+      return SUBSTITUTED(bquote, no_data, removed, new_file, new_source, new_art_generated,
+                         reached);
+    });
   }
   reached = true;
   int row = 0;
@@ -167,20 +172,28 @@ void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table,
     }
     return;
   }
-  bquote.file_string = std::string("(") + cell + ")";
   NEW_ART art = with.source.find(cell, table.escaped());
-  new_file = std::move(art.path);
-  if (art.box) {
-    report.add("placed art", *placeholder, row, col, "replaced, " + fit(*art.box, with.settings));
-  } else {
-    report.undone(PROBLEM::KIND::no_art, "placed art", *placeholder, row, col,
-                  "replaced, file not found");
+  if (!art.refused.empty()) {
+    fail("%s: row %d, column %d: %s\n", with.table.c_str(), row, col, art.refused.c_str());
   }
+  bquote.file_string = std::string("(") + cell + ")";
+  new_file = std::move(art.path);
+  new_source = &with.source;
+  new_art_generated = art.generated;
+  if (!art.box) {
+    report.undone(PROBLEM::KIND::no_art, "placed art", *placeholder, row, col,
+                  "replaced, " + (art.unusable.empty() ? "file not found" : art.unusable));
+    return;
+  }
+  const OP_BQUOTE frame = bquote;
+  const std::string fitted = fit(*art.box, with.settings);
+  report.add("placed art", *placeholder, row, col,
+             "replaced, " + fitted + print_checks(art, frame, bquote));
 }
 
 void AI_PLACED_ART_REPLACE::restore_analysed() {
   analysed.restore([this](const SUBSTITUTED& state) {
-    std::tie(bquote, no_data, removed, new_file, reached) = state;
+    std::tie(bquote, no_data, removed, new_file, new_source, new_art_generated, reached) = state;
   });
 }
 

@@ -27,6 +27,7 @@ struct ART_REPLACING {
   const SETTINGS& settings;
   REPORT& report;
   ART_SOURCE& source;
+  const std::string& table;  // the table's file, for messages about its cells
 };
 
 class AI_PLACED_ART_REPLACE {
@@ -61,8 +62,12 @@ class AI_PLACED_ART_REPLACE {
   int no_data = 0;
   // Whether the block goes, having no data under "-rm=y".
   bool removed = false;
-  // The file on the local disk that the last cell named, if it can name one.
+  // What the source of the last cell's art knows it by (the local file it names, if it can
+  // name one; a barcode's data), and that source.
   std::optional<std::string> new_file;
+  ART_SOURCE* new_source = nullptr;
+  // Whether that art exists only as "-keep" embeds it (a barcode).
+  bool new_art_generated = false;
 
  private:
   void read_word(const STACK& stack);
@@ -72,7 +77,8 @@ class AI_PLACED_ART_REPLACE {
   // Whether a table argument's identifier matched the file name.
   bool reached = false;
   std::unique_ptr<KEPT_PLACEMENT> kept_placement;
-  // What a cell changes: the placement, no_data, removed, new_file and reached.
-  using SUBSTITUTED = std::tuple<OP_BQUOTE, int, bool, std::optional<std::string>, bool>;
+  // What a cell changes: the placement, no_data, removed, the new art and reached.
+  using SUBSTITUTED =
+      std::tuple<OP_BQUOTE, int, bool, std::optional<std::string>, ART_SOURCE*, bool, bool>;
   ANALYSED_STATE<SUBSTITUTED> analysed;
 };

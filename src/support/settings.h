@@ -4,6 +4,8 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
+#include <vector>
 
 // How table files are read: bytes as they stand, or Unicode text of tab- or comma-separated
 // values converted into the document's encoding.
@@ -32,6 +34,8 @@ struct SETTINGS {
   TABLE_FORM table = TABLE_FORM::raw;
   std::string encoding;        // the document's text encoding; empty: as the template says
   std::string table_encoding;  // what spreadsheet tables are saved in; empty: UTF-8 or UTF-16
+  // Placed-art identifiers whose cells are barcode data, each with its kind's name.
+  std::vector<std::pair<std::string, std::string>> barcodes;
 
   // Batches: one document per block of table rows, written to files named from a pattern.
   int each = 0;          // rows per document; 0: one document from whole tables
