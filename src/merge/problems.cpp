@@ -19,6 +19,8 @@ const char* kind_text(PROBLEM::KIND kind, bool one) {
                  : "placeholders of identifiers no table serves";
     case PROBLEM::KIND::no_art:
       return one ? "frame whose art was not found" : "frames whose art was not found";
+    case PROBLEM::KIND::print_check:
+      return one ? "frame that fails a print check" : "frames that fail a print check";
     case PROBLEM::KIND::table_finding:
       return one ? "finding in a table" : "findings in the tables";
     case PROBLEM::KIND::numeral_cell:

@@ -187,8 +187,13 @@ void AI_PLACED_ART_REPLACE::setup_tabtxt(const char* id, const TAB_TEXT& table,
   }
   const OP_BQUOTE frame = bquote;
   const std::string fitted = fit(*art.box, with.settings);
-  report.add("placed art", *placeholder, row, col,
-             "replaced, " + fitted + print_checks(art, frame, bquote));
+  const std::string checks = print_checks(art, frame, bquote);
+  if (checks.empty()) {
+    report.add("placed art", *placeholder, row, col, "replaced, " + fitted);
+  } else {
+    report.undone(PROBLEM::KIND::print_check, "placed art", *placeholder, row, col,
+                  "replaced, " + fitted + checks);
+  }
 }
 
 void AI_PLACED_ART_REPLACE::restore_analysed() {

@@ -10,7 +10,15 @@
 #include <vector>
 
 struct PROBLEM {
-  enum class KIND { no_cell, no_table, no_art, table_finding, numeral_cell, not_copied };
+  enum class KIND {
+    no_cell,
+    no_table,
+    no_art,
+    print_check,
+    table_finding,
+    numeral_cell,
+    not_copied
+  };
   KIND kind;
   long long document;  // from 1; 0 for what the tables and the template hold
   std::string text;    // the report's line for it
