@@ -108,7 +108,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::vector<std::string> args = arguments(parts, plus);
   // "+" or the option words ask for -keep (options match by prefix, long ones whole).
   bool keep = false;
-  for (const std::string& arg : args) keep = keep || arg.compare(0, 5, "-keep") == 0 || arg == "--keep";
+  for (const std::string& arg : args)
+    keep = keep || arg.compare(0, 5, "-keep") == 0 || arg == "--keep";
   Output out;
   std::string diagnostics;
   try {
