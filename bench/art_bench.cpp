@@ -17,8 +17,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -36,49 +34,11 @@ constexpr size_t kPhotoBytes = 1000000;
 constexpr double kTimeRatioMax = 2.0;
 constexpr double kMemoryRatioMax = 1.2;
 
-struct Options {
-  std::string ormel;
-  int runs = 3;
-  int documents = 1000;
-  std::string dir;
-};
-
-Options parse_options(int argc, char** argv) {
-  Options options;
-  for (int i = 1; i < argc; ++i) {
-    const std::string arg = argv[i];
-    auto value = [&]() -> std::string {
-      if (i + 1 >= argc) throw std::invalid_argument(arg + " needs a value");
-      return argv[++i];
-    };
-    if (arg == "--runs") {
-      options.runs = std::stoi(value());
-    } else if (arg == "--documents") {
-      options.documents = std::stoi(value());
-    } else if (arg == "--dir") {
-      options.dir = value();
-    } else if (arg.rfind("--", 0) == 0 || !options.ormel.empty()) {
-      throw std::invalid_argument("unexpected argument " + arg);
-    } else {
-      options.ormel = fs::absolute(arg).string();
-    }
-  }
-  if (options.ormel.empty()) throw std::invalid_argument("no ormel binary given");
-  if (options.runs < 1 || options.documents < 100) {
-    throw std::invalid_argument("--runs from 1, --documents from 100");
-  }
+BatchOptions parse_options(int argc, char** argv) {
+  BatchOptions options;
+  parse_batch_options(argc, argv, &options);
+  check_batch_limits(options);
   return options;
-}
-
-void write_file(const std::string& path, const std::string& bytes) {
-  std::ofstream out(path, std::ios::binary);
-  out << bytes;
-  if (!out.flush()) throw std::runtime_error("cannot write " + path);
-}
-
-std::string read_file(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
 // A JPEG of seeded noise, which compresses little, at 300 dpi, square.
@@ -170,7 +130,7 @@ std::string label_template() {
 
 class Bench {
  public:
-  Bench(const Options& options, const std::string& dir) : options_(options), dir_(dir) {}
+  Bench(const BatchOptions& options, const std::string& dir) : options_(options), dir_(dir) {}
 
   void prepare() {
     int side = 512;
@@ -247,15 +207,12 @@ class Bench {
     return run;
   }
 
-  const Options& options_;
+  const BatchOptions& options_;
   std::string dir_;
 };
 
-int run(const Options& options) {
-  const fs::path parent = options.dir.empty() ? fs::temp_directory_path() : fs::path(options.dir);
-  std::string dir = (parent / "ormel_art_bench.XXXXXX").string();
-  if (!mkdtemp(dir.data())) throw std::runtime_error("cannot create " + dir);
-  std::printf("files in %s (%s)\n", dir.c_str(), options.ormel.c_str());
+int run(const BatchOptions& options) {
+  const std::string dir = make_batch_folder(options, "ormel_art_bench");
   Bench bench(options, dir);
   bench.prepare();
   bench.run();

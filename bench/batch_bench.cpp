@@ -14,8 +14,6 @@
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -39,53 +37,19 @@ constexpr double kLoopRatioMin = 10.0;
 constexpr double kWriteRatioMax = 2.0;
 constexpr double kMemoryRatioMax = 1.2;
 
-struct Options {
-  std::string ormel;
+struct Options : BatchOptions {
   std::string corpus = ORMEL_SHARED_CORPUS;
-  int runs = 3;
-  int documents = 1000;
-  std::string dir;
 };
 
 Options parse_options(int argc, char** argv) {
   Options options;
-  for (int i = 1; i < argc; ++i) {
-    const std::string arg = argv[i];
-    auto value = [&]() -> std::string {
-      if (i + 1 >= argc) throw std::invalid_argument(arg + " needs a value");
-      return argv[++i];
-    };
-    if (arg == "--corpus") {
-      options.corpus = value();
-    } else if (arg == "--runs") {
-      options.runs = std::stoi(value());
-    } else if (arg == "--documents") {
-      options.documents = std::stoi(value());
-    } else if (arg == "--dir") {
-      options.dir = value();
-    } else if (arg.rfind("--", 0) == 0 || !options.ormel.empty()) {
-      throw std::invalid_argument("unexpected argument " + arg);
-    } else {
-      options.ormel = fs::absolute(arg).string();
-    }
-  }
-  if (options.ormel.empty()) throw std::invalid_argument("no ormel binary given");
-  if (options.runs < 1 || options.documents < 100) {
-    throw std::invalid_argument("--runs from 1, --documents from 100");
-  }
+  parse_batch_options(argc, argv, &options, [&](const std::string& name, const OptionValue& value) {
+    if (name != "--corpus") return false;
+    options.corpus = value();
+    return true;
+  });
+  check_batch_limits(options);
   return options;
-}
-
-std::string read_file(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) throw std::runtime_error("cannot read " + path);
-  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
-void write_file(const std::string& path, const std::string& bytes) {
-  std::ofstream out(path, std::ios::binary);
-  out << bytes;
-  if (!out.flush()) throw std::runtime_error("cannot write " + path);
 }
 
 std::string numbered(const std::string& folder, int number) {
@@ -247,10 +211,7 @@ int run(const Options& options) {
         corpus_file.c_str());
     return 0;
   }
-  const fs::path parent = options.dir.empty() ? fs::temp_directory_path() : fs::path(options.dir);
-  std::string dir = (parent / "ormel_batch_bench.XXXXXX").string();
-  if (!mkdtemp(dir.data())) throw std::runtime_error("cannot create " + dir);
-  std::printf("files in %s (%s)\n", dir.c_str(), options.ormel.c_str());
+  const std::string dir = make_batch_folder(options, "ormel_batch_bench");
   Bench bench(options, dir);
   bench.prepare(corpus_file);
   bench.run_mode("");

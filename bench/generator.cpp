@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "runner.h"
+
 namespace bench {
 namespace {
 
@@ -184,13 +186,6 @@ void point_text_lines(Rng& rng, const std::string& id, int row, int column,
 
 void write_lines(TemplateWriter& writer, const std::vector<std::string>& lines) {
   for (const std::string& text : lines) writer.line(text);
-}
-
-void write_file(const std::string& path, const std::string& text) {
-  std::FILE* file = std::fopen(path.c_str(), "wb");
-  if (file == nullptr) throw std::runtime_error("cannot create " + path);
-  bool ok = std::fwrite(text.data(), 1, text.size(), file) == text.size();
-  if (std::fclose(file) != 0 || !ok) throw std::runtime_error("cannot write " + path);
 }
 
 // The EPS file number `index` as a table cell (colon path) and below the home folder.

@@ -2,8 +2,8 @@
 // Ghostscript process fed every label) against one Ghostscript process per label, the way a
 // print shop converts documents one by one, and the peak memory for 100 and for 1,000 labels:
 // of the run (ormel or its Ghostscript, the larger) and of ormel alone. The labels are the bundled
-// example's (examples/shelf-label.ai, -keep with the logos embedded), their products taken from the
-// catalogue in turn with a price of their own.
+// example's (examples/shelf-label.ai, -keep with the logos, barcodes and photos embedded), their
+// products taken from the catalogue in turn with a price of their own.
 //
 //   ormel_pages_bench path/to/ormel [--runs N] [--documents N] [--singles N] [--dir DIR]
 //
@@ -33,42 +33,20 @@ namespace {
 constexpr double kSpeedupMin = 50.0;
 constexpr double kMemoryRatioMax = 1.2;
 
-struct Options {
-  std::string ormel;
+struct Options : BatchOptions {
   std::string examples = ORMEL_EXAMPLES;
-  int runs = 3;
-  int documents = 1000;
   int singles = 50;
-  std::string dir;
 };
 
 Options parse_options(int argc, char** argv) {
   Options options;
-  for (int i = 1; i < argc; ++i) {
-    const std::string arg = argv[i];
-    auto value = [&]() -> std::string {
-      if (i + 1 >= argc) throw std::invalid_argument(arg + " needs a value");
-      return argv[++i];
-    };
-    if (arg == "--runs") {
-      options.runs = std::stoi(value());
-    } else if (arg == "--documents") {
-      options.documents = std::stoi(value());
-    } else if (arg == "--singles") {
-      options.singles = std::stoi(value());
-    } else if (arg == "--dir") {
-      options.dir = value();
-    } else if (arg.rfind("--", 0) == 0 || !options.ormel.empty()) {
-      throw std::invalid_argument("unexpected argument " + arg);
-    } else {
-      options.ormel = fs::absolute(arg).string();
-    }
-  }
-  if (options.ormel.empty()) throw std::invalid_argument("no ormel binary given");
-  if (options.runs < 1 || options.documents < 100 || options.singles < 1 ||
-      options.singles > options.documents) {
-    throw std::invalid_argument("--runs from 1, --documents from 100, --singles 1 to documents");
-  }
+  parse_batch_options(argc, argv, &options, [&](const std::string& name, const OptionValue& value) {
+    if (name != "--singles") return false;
+    options.singles = std::stoi(value());
+    return true;
+  });
+  check_batch_limits(options, options.singles >= 1 && options.singles <= options.documents,
+                     ", --singles 1 to documents");
   return options;
 }
 
@@ -107,12 +85,6 @@ long own_peak_kib(const std::vector<std::string>& argv) {
   return peak;
 }
 
-void write_file(const std::string& path, const std::string& bytes) {
-  std::ofstream out(path, std::ios::binary);
-  out << bytes;
-  if (!out.flush()) throw std::runtime_error("cannot write " + path);
-}
-
 class Bench {
  public:
   Bench(const Options& options, const std::string& dir) : options_(options), dir_(dir) {}
@@ -126,12 +98,12 @@ class Bench {
       std::string logo_table = logos[0] + "\n";
       for (int i = 0; i < count; ++i) {
         std::istringstream row(products[1 + static_cast<size_t>(i) % (products.size() - 1)]);
-        std::string name, origin, price, size;
+        std::string name, origin, price, rest;
         std::getline(row, name, '\t');
         std::getline(row, origin, '\t');
         std::getline(row, price, '\t');
-        std::getline(row, size, '\t');
-        table += name + "\t" + origin + "\t" + std::to_string(1000 + 100 * i) + "\t" + size + "\n";
+        std::getline(row, rest);  // size, EAN-13 and photo
+        table += name + "\t" + origin + "\t" + std::to_string(1000 + 100 * i) + "\t" + rest + "\n";
         logo_table += logos[1 + static_cast<size_t>(i) % (logos.size() - 1)] + "\n";
       }
       write_file(table_path(count), table);
@@ -195,9 +167,12 @@ class Bench {
             "-each=1",
             "-skip=1",
             "",
+            "-barcode=EAN:ean13",
             options_.examples + "/shelf-label.ai",
             "PR=" + table_path(count),
-            "EPS-LOGO=" + logos_path(count)};
+            "EPS-LOGO=" + logos_path(count),
+            "EPS-EAN=" + table_path(count),
+            "EPS-PHOTO=" + table_path(count)};
   }
 
   std::vector<std::string> args_to(int count, const std::string& out) const {
@@ -251,10 +226,7 @@ int run(const Options& options) {
     std::printf("ormel_pages_bench: Ghostscript (gs) not found; skipped\n");
     return 0;
   }
-  const fs::path parent = options.dir.empty() ? fs::temp_directory_path() : fs::path(options.dir);
-  std::string dir = (parent / "ormel_pages_bench.XXXXXX").string();
-  if (!mkdtemp(dir.data())) throw std::runtime_error("cannot create " + dir);
-  std::printf("files in %s (%s)\n", dir.c_str(), options.ormel.c_str());
+  const std::string dir = make_batch_folder(options, "ormel_pages_bench");
   Bench bench(options, dir);
   bench.prepare();
   bench.run();

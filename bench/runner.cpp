@@ -7,9 +7,12 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 #include <stdexcept>
 
@@ -229,6 +232,57 @@ double median(std::vector<double> values) {
   size_t middle = values.size() / 2;
   if (values.size() % 2 == 1) return values[middle];
   return (values[middle - 1] + values[middle]) / 2;
+}
+
+std::string read_file(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  if (!in) throw std::runtime_error("cannot read " + path);
+  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+void write_file(const std::string& path, const std::string& bytes) {
+  std::FILE* file = std::fopen(path.c_str(), "wb");
+  if (file == nullptr) throw std::runtime_error("cannot create " + path);
+  bool ok = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+  if (std::fclose(file) != 0 || !ok) throw std::runtime_error("cannot write " + path);
+}
+
+void parse_batch_options(int argc, char** argv, BatchOptions* options, const OwnOption& own) {
+  for (int i = 1; i < argc; ++i) {
+    const std::string arg = argv[i];
+    const OptionValue value = [&]() -> std::string {
+      if (i + 1 >= argc) throw std::invalid_argument(arg + " needs a value");
+      return argv[++i];
+    };
+    const bool option = arg.rfind("--", 0) == 0;
+    if (arg == "--runs") {
+      options->runs = std::stoi(value());
+    } else if (arg == "--documents") {
+      options->documents = std::stoi(value());
+    } else if (arg == "--dir") {
+      options->dir = value();
+    } else if (!option && options->ormel.empty()) {
+      options->ormel = std::filesystem::absolute(arg).string();
+    } else if (!option || !own || !own(arg, value)) {
+      throw std::invalid_argument("unexpected argument " + arg);
+    }
+  }
+  if (options->ormel.empty()) throw std::invalid_argument("no ormel binary given");
+}
+
+void check_batch_limits(const BatchOptions& options, bool own_hold, const char* own_limits) {
+  if (options.runs < 1 || options.documents < 100 || !own_hold) {
+    throw std::invalid_argument(std::string("--runs from 1, --documents from 100") + own_limits);
+  }
+}
+
+std::string make_batch_folder(const BatchOptions& options, const std::string& name) {
+  namespace fs = std::filesystem;
+  const fs::path parent = options.dir.empty() ? fs::temp_directory_path() : fs::path(options.dir);
+  std::string dir = (parent / (name + ".XXXXXX")).string();
+  if (!mkdtemp(dir.data())) throw std::runtime_error("cannot create " + dir);
+  std::printf("files in %s (%s)\n", dir.c_str(), options.ormel.c_str());
+  return dir;
 }
 
 namespace {

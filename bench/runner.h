@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <exception>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,41 @@ ChildRun run_child(const std::vector<std::string>& argv, const std::string& stdo
 uint64_t fnv1a_file(const std::string& path, size_t tail_length, std::string* tail);
 
 double median(std::vector<double> values);
+
+// The whole file; throws std::runtime_error when it cannot be opened.
+std::string read_file(const std::string& path);
+// Creates or empties the file and writes `bytes`; throws std::runtime_error on failure.
+void write_file(const std::string& path, const std::string& bytes);
+
+// The options every batch benchmark takes:
+//   path/to/ormel [--runs N] [--documents N] [--dir DIR]
+struct BatchOptions {
+  std::string ormel;  // made absolute
+  int runs = 3;
+  int documents = 1000;
+  std::string dir;  // where the bench makes its folder; empty: $TMPDIR or /tmp
+};
+
+// The value of the option being parsed, taken only when asked for: an option no one knows is
+// unexpected even at the end of the command line, not one without a value.
+using OptionValue = std::function<std::string()>;
+// A bench's own `--name value` options; false for a name it does not know.
+using OwnOption = std::function<bool(const std::string& name, const OptionValue& value)>;
+
+// Parses the command line into `options`, handing any other `--name` to `own`; throws
+// std::invalid_argument for a usage error. The limits are checked apart, by
+// check_batch_limits, so that a bench can add its own to them.
+void parse_batch_options(int argc, char** argv, BatchOptions* options,
+                         const OwnOption& own = nullptr);
+
+// Throws std::invalid_argument unless --runs is from 1, --documents from 100 and the bench's
+// own limits hold (`own_hold`); the one message names them all, `own_limits` last.
+void check_batch_limits(const BatchOptions& options, bool own_hold = true,
+                        const char* own_limits = "");
+
+// A new folder `name`.XXXXXX in options.dir, for the bench's files, said on stdout with the
+// ormel that runs on them; the bench removes it at the end.
+std::string make_batch_folder(const BatchOptions& options, const std::string& name);
 
 // The main of a benchmark: parses its options (a std::exception is a usage error, status 2,
 // with usage after the message), then runs it between start_spawner and stop_spawner; a
