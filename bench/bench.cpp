@@ -34,7 +34,7 @@ constexpr int kManyRuns = 60000;
 // Targets are printed, never enforced: timings depend on the machine.
 constexpr double kVerbatimMaxCatRatio = 2.0;
 constexpr double kTextsPerSecondMin = 800000.0;
-constexpr double kTextDenseMaxSedRatio = 3.0;
+constexpr double kTextDenseMaxSedRatio = 1.5;
 constexpr double kScalingMaxRatio = 1.3;
 constexpr double kManyRunsMaxRssMb = 16.0;
 
@@ -228,6 +228,8 @@ class Suite {
     run_scaling();
   }
   const std::vector<Row>& rows() const { return rows_; }
+  const std::optional<OutputMedians>& verbatim_to_pipe() const { return verbatim_to_pipe_; }
+  const std::optional<OutputMedians>& verbatim_to_file() const { return verbatim_to_file_; }
   const Row* find(const std::string& name) const {
     for (const Row& row : rows_) {
       if (row.name == name) return &row;
@@ -296,6 +298,10 @@ class Suite {
     if (fnv1a_file(tmpl.path, 0, &tail) != rows_.back().result.checksum) {
       throw std::runtime_error("verbatim: the output is not the template byte for byte");
     }
+    // Where the output really goes, both copy it once more.
+    const std::vector<std::string> argv = {options_.ormel, tmpl.path, table()};
+    verbatim_to_pipe_ = measure_output(argv, tmpl.path, kPipeOutput, err_, options_.runs);
+    verbatim_to_file_ = measure_output(argv, tmpl.path, out_, err_, options_.runs);
   }
 
   void run_text_dense() {
@@ -362,6 +368,8 @@ class Suite {
   std::string table_;
   std::map<std::string, Template> templates_;
   std::vector<Row> rows_;
+  std::optional<OutputMedians> verbatim_to_pipe_;
+  std::optional<OutputMedians> verbatim_to_file_;
 };
 
 const char* verdict(bool ok) {
@@ -387,9 +395,17 @@ void print_scaling(const Suite& suite) {
 
 void print_targets(const Suite& suite) {
   std::printf("\ntargets:\n");
+  const std::pair<const char*, const std::optional<OutputMedians>&> outputs[] = {
+      {"to a pipe", suite.verbatim_to_pipe()}, {"to a file", suite.verbatim_to_file()}};
+  for (const auto& [where, medians] : outputs) {
+    if (!medians) continue;
+    std::printf("  verbatim x cat %-9s%10.2f  (<= %.0f)       %s  (%.1f against %.1f ms)\n", where,
+                medians->cat_ratio(), kVerbatimMaxCatRatio,
+                verdict(medians->cat_ratio() <= kVerbatimMaxCatRatio), medians->seconds * 1000,
+                medians->cat_seconds * 1000);
+  }
   if (const Row* row = suite.find("verbatim")) {
-    std::printf("  verbatim x cat          %10.2f  (<= %.0f)       %s\n", row->cat_ratio(),
-                kVerbatimMaxCatRatio, verdict(row->cat_ratio() <= kVerbatimMaxCatRatio));
+    std::printf("  verbatim x cat /dev/null%10.2f\n", row->cat_ratio());
   }
   if (const Row* row = suite.find("text-dense")) {
     std::printf("  text-dense      texts/s %10.0f  (>= %.0f)  %s\n", row->items_per_second(),

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -25,10 +26,12 @@ double now_seconds() {
   return static_cast<double>(ts.tv_sec) + static_cast<double>(ts.tv_nsec) * 1e-9;
 }
 
-// Only async-signal-safe calls between fork and exec.
-[[noreturn]] void exec_child(char* const* argv, const char* stdout_path, const char* stderr_path) {
+// Only async-signal-safe calls between fork and exec. pipe_out, when not -1, is the write end
+// of the pipe that stdout goes to.
+[[noreturn]] void exec_child(char* const* argv, const char* stdout_path, const char* stderr_path,
+                             int pipe_out) {
   int in = open("/dev/null", O_RDONLY);
-  int out = open(stdout_path, O_WRONLY | O_CREAT | O_TRUNC, 0644);
+  int out = pipe_out >= 0 ? pipe_out : open(stdout_path, O_WRONLY | O_CREAT | O_TRUNC, 0644);
   int err = open(stderr_path, O_WRONLY | O_CREAT | O_TRUNC, 0644);
   if (in < 0 || out < 0 || err < 0 || dup2(in, 0) < 0 || dup2(out, 1) < 0 || dup2(err, 2) < 0) {
     _exit(126);
@@ -63,6 +66,17 @@ std::string command_line(const std::vector<std::string>& argv) {
 
 namespace {
 
+// Reads what the child writes to the pipe, as a fast reader would, until it closes it.
+void drain_pipe(int ends[2]) {
+  close(ends[1]);
+  std::vector<char> buffer(1 << 20);
+  for (;;) {
+    ssize_t got = read(ends[0], buffer.data(), buffer.size());
+    if (got == 0 || (got < 0 && errno != EINTR)) break;
+  }
+  close(ends[0]);
+}
+
 // Forks, execs and waits for one child; runs in the spawner.
 ChildRun fork_and_wait(const std::vector<std::string>& argv, const std::string& stdout_path,
                        const std::string& stderr_path) {
@@ -70,11 +84,22 @@ ChildRun fork_and_wait(const std::vector<std::string>& argv, const std::string& 
   for (const std::string& arg : argv) args.push_back(const_cast<char*>(arg.c_str()));
   args.push_back(nullptr);
 
+  int drain[2] = {-1, -1};
+  if (stdout_path == kPipeOutput && pipe(drain) != 0) throw std::runtime_error("pipe failed");
+  // A file written before is removed first, so that no run pays for truncating it.
+  struct stat status {};
+  if (stat(stdout_path.c_str(), &status) == 0 && S_ISREG(status.st_mode)) {
+    unlink(stdout_path.c_str());
+  }
   ChildRun run;
   double start = now_seconds();
   pid_t pid = fork();
   if (pid < 0) throw std::runtime_error(std::string("fork: ") + std::strerror(errno));
-  if (pid == 0) exec_child(args.data(), stdout_path.c_str(), stderr_path.c_str());
+  if (pid == 0) {
+    if (drain[0] >= 0) close(drain[0]);
+    exec_child(args.data(), stdout_path.c_str(), stderr_path.c_str(), drain[1]);
+  }
+  if (drain[0] >= 0) drain_pipe(drain);
   rusage usage{};
   pid_t waited;
   do {
@@ -297,9 +322,10 @@ ChildRun run_ormel(const std::vector<std::string>& argv, const std::string& out_
   return run;
 }
 
-// Runs a baseline program on the template, stdout to /dev/null, and returns its time.
-double time_baseline(const std::vector<std::string>& argv, const std::string& err_path) {
-  ChildRun run = run_child(argv, "/dev/null", err_path);
+// Runs a baseline program on the template, stdout to out_path, and returns its time.
+double time_baseline(const std::vector<std::string>& argv, const std::string& err_path,
+                     const std::string& out_path = "/dev/null") {
+  ChildRun run = run_child(argv, out_path, err_path);
   if (!WIFEXITED(run.wait_status) || WEXITSTATUS(run.wait_status) != 0) {
     throw std::runtime_error(command_line(argv) + ": " + describe_status(run.wait_status));
   }
@@ -309,6 +335,7 @@ double time_baseline(const std::vector<std::string>& argv, const std::string& er
 }  // namespace
 
 const char kSedScript[] = "s/TX-5-2/value/g";
+const char kPipeOutput[] = "|pipe";
 
 Measurement measure_ormel(const std::vector<std::string>& argv, const std::string& template_path,
                           const std::string& out_path, const std::string& err_path, int runs) {
@@ -333,6 +360,17 @@ Measurement measure_ormel(const std::vector<std::string>& argv, const std::strin
   result.cat_median_seconds = median(cat_times);
   result.sed_median_seconds = median(sed_times);
   return result;
+}
+
+OutputMedians measure_output(const std::vector<std::string>& argv, const std::string& template_path,
+                             const std::string& out_path, const std::string& err_path, int runs) {
+  std::vector<double> times;
+  std::vector<double> cat_times;
+  for (int i = 0; i < runs; ++i) {
+    cat_times.push_back(time_baseline({"cat", template_path}, err_path, out_path));
+    times.push_back(run_ormel(argv, out_path, err_path).seconds);
+  }
+  return {median(times), median(cat_times)};
 }
 
 }  // namespace bench

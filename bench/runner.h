@@ -102,6 +102,8 @@ struct Measurement {
 
 // The baseline beside cat: a sed substitution over the whole template.
 extern const char kSedScript[];
+// As an output path: a pipe that the spawner reads as fast as it can.
+extern const char kPipeOutput[];
 
 // Runs ormel once with stdout to out_path, for the checksum, then `runs` times with stdout
 // to /dev/null, each run after one of `cat template > /dev/null` and one of
@@ -110,5 +112,16 @@ extern const char kSedScript[];
 // end with "%%EOF\r", throws std::runtime_error with the details (stderr included).
 Measurement measure_ormel(const std::vector<std::string>& argv, const std::string& template_path,
                           const std::string& out_path, const std::string& err_path, int runs);
+
+struct OutputMedians {
+  double seconds = 0;
+  double cat_seconds = 0;
+  double cat_ratio() const { return seconds / cat_seconds; }
+};
+
+// Times ormel and `cat template` in turn, `runs` times each, with stdout to out_path: a file
+// (removed before each run) or kPipeOutput.
+OutputMedians measure_output(const std::vector<std::string>& argv, const std::string& template_path,
+                             const std::string& out_path, const std::string& err_path, int runs);
 
 }  // namespace bench
