@@ -21,6 +21,13 @@ void Output::write_kept(std::string_view bytes) {
     return;
   }
   close_buffered_piece();
+  // Ranges of a template that follow one another in it are written as one: a pipe takes one
+  // large write much faster than many small ones.
+  if (!pieces.empty() && pieces.back().kept &&
+      pieces.back().kept + pieces.back().length == bytes.data()) {
+    pieces.back().length += bytes.size();
+    return;
+  }
   pieces.push_back({bytes.data(), 0, bytes.size()});
   flush_if_full();
 }
