@@ -174,7 +174,7 @@ class OPAQUE_FINDER {
 }  // namespace
 
 void LINE_INDEX::cut_kept(std::string_view text_to_cut) {
-  clear();
+  clear(1);
   any_line_end = true;
   text = text_to_cut;
   const char* const text_end = text.data() + text.size();
@@ -185,17 +185,15 @@ void LINE_INDEX::cut_kept(std::string_view text_to_cut) {
   const char* const limit = past_line_end(eof, text_end);
   const auto opaque = OPAQUE_FINDER(start, limit).find();
   auto block = opaque.begin();
-  starts.reset(0);
-  int index = 0;
-  for (const char* p = start; p < limit; ++index) {
-    if (index == kMaxLines) fail("overflow doc\n");
+  for (const char* p = start; p < limit; ++lines) {
+    if (lines == kMaxLines) fail("overflow doc\n");
     const char* end = find_line_end(p, limit);
-    push_start(p);
+    keep_start(p);
     while (block != opaque.end() && block->second <= p) ++block;
-    if (block == opaque.end() || p < block->first) note_kept_line(index, p, end);
+    if (block == opaque.end() || p < block->first) note_kept_line(lines, p, end);
     p = end == limit ? limit : past_line_end(end, limit);
   }
-  push_start(limit);
+  end_of_lines = static_cast<size_t>(limit - text.data());
 }
 
 // Most lines are no comment line, hold no NUL and cannot begin or end a text object.

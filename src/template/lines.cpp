@@ -5,7 +5,7 @@
 #include <cstring>
 #include <utility>
 #if defined(__SSE2__)
-#include <emmintrin.h>
+#include <immintrin.h>
 #endif
 
 #include "support/error.h"
@@ -36,35 +36,28 @@ namespace {
 
 const char kBeginDocument[] = "%%BeginDocument";
 
+// Where the line after the one that ends at cr starts: a LF right after the CR belongs to
+// the line end.
+const char* past_cr(const char* cr, const char* end) {
+  const char* next = cr + 1;
+  return next < end && *next == '\n' ? next + 1 : next;
+}
+
 bool holds_begin_document(const char* from, const char* to) {
   return strpos(from, to - from, kBeginDocument, 0) != nullptr;
 }
 
 }  // namespace
 
-void LineStarts::reset(size_t expected_lines) {
-  low.clear();
-  low.reserve(expected_lines);
-  steps.clear();
-}
-
-void LineStarts::push(const size_t* offsets, size_t count) {
-  if (count == 0) return;
-  // Below the next 4 GiB step, as nearly always, the offsets go in as they are, in one
-  // block.
-  if (offsets[count - 1] >> 32 == steps.size()) {
-    const size_t old_size = low.size();
-    low.resize(old_size + count);
-    for (size_t i = 0; i < count; ++i) low[old_size + i] = static_cast<uint32_t>(offsets[i]);
-    return;
-  }
-  for (size_t i = 0; i < count; ++i) {
-    while (offsets[i] >> 32 > steps.size()) steps.push_back(low.size());
-    low.push_back(static_cast<uint32_t>(offsets[i]));
-  }
-}
-
-void LINE_INDEX::clear() {
+void LINE_INDEX::clear(int lines_per_start) {
+  lines = 0;
+  stride = lines_per_start;
+  kept_starts.clear();
+  end_of_lines = 0;
+  cursor_line = -1;
+  cursor = nullptr;
+  noted_starts.clear();
+  noted_hint = 0;
   no_line_end = false;
   crlf_seen = false;
   any_line_end = false;
@@ -81,7 +74,7 @@ void LINE_INDEX::clear() {
 // lines with a NUL and the lines that begin and end text objects, are all found in one pass. A
 // quick cut returns false instead of failing, and when the text holds an embedded document.
 bool LINE_INDEX::cut_at_crs(std::string_view text_to_cut, bool quick) {
-  clear();
+  clear(kStride);
   text = text_to_cut;
   const char* const text_end = text.data() + text.size();
   const char* start = strpos(text.data(), static_cast<long long>(text.size()), "%!PS-Adobe", 0);
@@ -96,27 +89,24 @@ bool LINE_INDEX::cut_at_crs(std::string_view text_to_cut, bool quick) {
                 holds_begin_document(limit, text_end))) {
     return false;
   }
-  starts.reset(std::min<size_t>(kMaxLines, static_cast<size_t>(limit - start)) + 1);
+  kept_starts.reserve(std::min<size_t>(kMaxLines, static_cast<size_t>(limit - start)) / kStride +
+                      1);
+  keep_start(start);
   const char* after_last_cr = cut_lines(start, limit, quick);
   if (!after_last_cr) return false;
-  if (starts.empty()) {
+  if (lines == 0) {
     // No line end at all: the one line runs to the end of the text.
     no_line_end = true;
     note_line(0, start, text_end, {true, true});
-    push_start(start);
+    lines = 1;
     after_last_cr = text_end;
   }
-  push_start(after_last_cr);
+  end_of_lines = static_cast<size_t>(after_last_cr - text.data());
   return true;
 }
 
-void LINE_INDEX::push_start(const char* start) {
-  const size_t offset = static_cast<size_t>(start - text.data());
-  starts.push(&offset, 1);
-}
-
-// The state of the cut: the line being cut and what it holds so far, and the line starts
-// found since they were last handed to the document.
+// The state of the cut: the line being cut, what it holds so far, and how many lines ended
+// before it.
 struct LINE_INDEX::LineCutter {
   LineCutter(LINE_INDEX& document, const char* start, bool quick_cut)
       : doc(document),
@@ -130,10 +120,10 @@ struct LINE_INDEX::LineCutter {
   bool quick;
   bool stopped = false;
   LineMarks marks;
-  int handed_over = 0;
-  static constexpr int kPending = 1024;
-  size_t pending[kPending];  // offsets
-  int pending_count = 0;
+  int count = 0;
+  // Whether the line being cut began in a plain block: nothing in it can make it a line to
+  // note unless a later block is not plain.
+  bool begun_plain = false;
 
   void mark(const char* p) {
     switch (*p) {
@@ -157,73 +147,188 @@ struct LINE_INDEX::LineCutter {
   }
   void end_line(const char* cr) {
     // Most lines are no comment line, hold no NUL and cannot begin or end a text object
-    // ("0 To", "TO"): of those only the start is kept.
+    // ("0 To", "TO"): of those nothing is kept.
     const long length = cr - line_start;
     const bool comment = marks.ai5 || (length >= 2 && line_start[0] == '%' &&
                                        (line_start[1] == '%' || line_start[1] == 'A'));
     if (comment || marks.nul ||
         (length >= 2 && (line_start[0] == 'T' || (length >= 4 && line_start[2] == 'T')))) {
-      doc.note_line(handed_over + pending_count, line_start, cr, marks);
+      doc.note_line(count, line_start, cr, marks);
     }
     marks = LineMarks();
-    pending[pending_count++] = static_cast<size_t>(line_start - doc.text.data());
-    line_start = cr + 1;
-    if (line_start < text_end && *line_start == '\n') {
-      ++line_start;
+    line_start = past_line_end(cr);
+    if (++count % kStride == 0) doc.keep_start(line_start);
+    if (count > kMaxLines) too_many_lines();
+  }
+  // Where the line after the one that ends at cr starts.
+  const char* past_line_end(const char* cr) {
+    const char* next = cr + 1;
+    if (next < text_end && *next == '\n') {
+      ++next;
       doc.crlf_seen = true;
     }
-    if (pending_count == kPending) hand_over();
+    return next;
   }
   // Past the most lines a document may have, a quick cut stops and a careful one fails.
-  void hand_over() {
-    handed_over += pending_count;
-    if (handed_over > kMaxLines) {
-      if (!quick) fail("overflow doc\n");
-      stopped = true;
-      return;
-    }
-    doc.starts.push(pending, static_cast<size_t>(pending_count));
-    pending_count = 0;
+  void too_many_lines() {
+    if (!quick) fail("overflow doc\n");
+    stopped = true;
   }
 };
 
 #if defined(__SSE2__)
 namespace {
 
-// Bit i is set where block[i] is one of the bytes; 64 bytes at a time, so that each loop
-// turn usually finds a line end or two.
-struct Marks64 {
-  uint64_t crs;
-  uint64_t others;  // '%' and NUL
-};
+template <typename Match>
+uint64_t mask64(const __m128i bytes[4], Match match) {
+  uint64_t bits = 0;
+  for (int i = 0; i < 4; ++i) {
+    bits |= static_cast<uint64_t>(static_cast<uint16_t>(_mm_movemask_epi8(match(bytes[i]))))
+            << (16 * i);
+  }
+  return bits;
+}
 
-Marks64 marks64(const char* block) {
-  const __m128i cr = _mm_set1_epi8('\r');
-  const __m128i percent = _mm_set1_epi8('%');
-  const __m128i nul = _mm_setzero_si128();
+__m128i is16(__m128i bytes, char c) {
+  return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c));
+}
+
+// Where a byte and the one after it may matter: NUL, "%%", "%A", "To" and "TO" ('o' and 'O'
+// are the letters that are 'o' once their case bit is set).
+__m128i pairs16(__m128i b, __m128i next) {
+  const __m128i percent =
+      _mm_and_si128(is16(b, '%'), _mm_or_si128(is16(next, '%'), is16(next, 'A')));
+  const __m128i to =
+      _mm_and_si128(is16(b, 'T'), is16(_mm_or_si128(next, _mm_set1_epi8(0x20)), 'o'));
+  return _mm_or_si128(_mm_or_si128(percent, to), is16(b, '\0'));
+}
+
+}  // namespace
+
+namespace {
+
+LINE_BLOCK scan16(const char* block) {
   __m128i bytes[4];
+  __m128i any = _mm_setzero_si128();
   for (int i = 0; i < 4; ++i) {
     bytes[i] = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block + 16 * i));
+    const __m128i next = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block + 16 * i + 1));
+    any = _mm_or_si128(any, pairs16(bytes[i], next));
   }
-  auto mask = [&bytes](auto match, int i) {
-    return static_cast<uint64_t>(static_cast<uint16_t>(_mm_movemask_epi8(match(bytes[i]))))
-           << (16 * i);
-  };
-  auto crs = [cr](__m128i b) { return _mm_cmpeq_epi8(b, cr); };
-  auto others = [percent, nul](__m128i b) {
-    return _mm_or_si128(_mm_cmpeq_epi8(b, percent), _mm_cmpeq_epi8(b, nul));
-  };
-  Marks64 marks{0, 0};
-  for (int i = 0; i < 4; ++i) marks.crs |= mask(crs, i);
-  // '%' and NUL are rare: one test tells whether the block holds any.
-  const __m128i any = _mm_or_si128(_mm_or_si128(others(bytes[0]), others(bytes[1])),
-                                   _mm_or_si128(others(bytes[2]), others(bytes[3])));
+  LINE_BLOCK marks;
+  marks.crs = mask64(bytes, [](__m128i b) { return is16(b, '\r'); });
+  for (uint64_t bits = marks.crs; bits; bits &= bits - 1) {
+    ++marks.cr_count;
+    marks.crlf = marks.crlf || block[__builtin_ctzll(bits) + 1] == '\n';
+  }
   if (_mm_movemask_epi8(any) == 0) return marks;
-  for (int i = 0; i < 4; ++i) marks.others |= mask(others, i);
+  marks.plain = false;
+  marks.others = mask64(bytes, [](__m128i b) { return _mm_or_si128(is16(b, '%'), is16(b, '\0')); });
   return marks;
 }
 
 }  // namespace
+
+void scan_blocks16(const char* blocks, size_t count, LINE_BLOCK* found) {
+  for (size_t i = 0; i < count; ++i) found[i] = scan16(blocks + 64 * i);
+}
+
+#if defined(__x86_64__) && defined(__GNUC__)
+#define ORMEL_AVX2 __attribute__((target("avx2,popcnt")))
+namespace {
+
+ORMEL_AVX2 uint64_t mask32x2(__m256i low, __m256i high) {
+  return static_cast<uint32_t>(_mm256_movemask_epi8(low)) |
+         static_cast<uint64_t>(static_cast<uint32_t>(_mm256_movemask_epi8(high))) << 32;
+}
+
+ORMEL_AVX2 __m256i load32(const char* p) {
+  return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+}
+
+ORMEL_AVX2 __m256i is32(__m256i bytes, char c) {
+  return _mm256_cmpeq_epi8(bytes, _mm256_set1_epi8(c));
+}
+
+ORMEL_AVX2 __m256i pairs32(__m256i b, __m256i next) {
+  const __m256i percent =
+      _mm256_and_si256(is32(b, '%'), _mm256_or_si256(is32(next, '%'), is32(next, 'A')));
+  const __m256i to =
+      _mm256_and_si256(is32(b, 'T'), is32(_mm256_or_si256(next, _mm256_set1_epi8(0x20)), 'o'));
+  return _mm256_or_si256(_mm256_or_si256(percent, to), is32(b, '\0'));
+}
+
+ORMEL_AVX2 LINE_BLOCK scan32(const char* block) {
+  const __m256i low = load32(block);
+  const __m256i high = load32(block + 32);
+  const __m256i next_low = load32(block + 1);
+  const __m256i next_high = load32(block + 33);
+  LINE_BLOCK marks;
+  const __m256i crs_low = is32(low, '\r');
+  const __m256i crs_high = is32(high, '\r');
+  marks.crs = mask32x2(crs_low, crs_high);
+  marks.cr_count = static_cast<int>(_mm_popcnt_u64(marks.crs));
+  const __m256i crlf = _mm256_or_si256(_mm256_and_si256(crs_low, is32(next_low, '\n')),
+                                       _mm256_and_si256(crs_high, is32(next_high, '\n')));
+  marks.crlf = !_mm256_testz_si256(crlf, crlf);
+  const __m256i any = _mm256_or_si256(pairs32(low, next_low), pairs32(high, next_high));
+  if (_mm256_testz_si256(any, any)) return marks;
+  marks.plain = false;
+  marks.others = mask32x2(_mm256_or_si256(is32(low, '%'), is32(low, '\0')),
+                          _mm256_or_si256(is32(high, '%'), is32(high, '\0')));
+  return marks;
+}
+
+}  // namespace
+
+bool can_scan_blocks32() {
+  return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("popcnt");
+}
+
+// The loop is compiled for the wider registers too, so that its constants stay in them.
+ORMEL_AVX2 void scan_blocks32(const char* blocks, size_t count, LINE_BLOCK* found) {
+  for (size_t i = 0; i < count; ++i) found[i] = scan32(blocks + 64 * i);
+}
+#else
+bool can_scan_blocks32() {
+  return false;
+}
+
+void scan_blocks32(const char* blocks, size_t count, LINE_BLOCK* found) {
+  scan_blocks16(blocks, count, found);
+}
+#endif
+
+// In a plain block the lines that end are only counted, every kStride-th keeping its start,
+// but for a line begun in a block that was not plain, which may be one to note.
+void LINE_INDEX::cut_block(LineCutter& cutter, const char* block, const LINE_BLOCK& marks) {
+  if (!marks.plain) {
+    for (uint64_t bits = marks.crs | marks.others; bits; bits &= bits - 1) {
+      cutter.mark(block + __builtin_ctzll(bits));
+    }
+    cutter.begun_plain = false;
+    return;
+  }
+  uint64_t bits = marks.crs;
+  int ended = marks.cr_count;
+  if (bits != 0 && !cutter.begun_plain) {
+    cutter.end_line(block + __builtin_ctzll(bits));
+    bits &= bits - 1;
+    --ended;
+  }
+  cutter.begun_plain = cutter.begun_plain || marks.crs != 0;
+  if (bits == 0) return;
+  if (marks.crlf) crlf_seen = true;
+  const int before = cutter.count;
+  cutter.count += ended;
+  for (int kept = before / kStride * kStride + kStride; kept <= cutter.count; kept += kStride) {
+    uint64_t kept_cr = bits;
+    for (int i = before + 1; i < kept; ++i) kept_cr &= kept_cr - 1;
+    keep_start(cutter.past_line_end(block + __builtin_ctzll(kept_cr)));
+  }
+  cutter.line_start = cutter.past_line_end(block + 63 - __builtin_clzll(bits));
+  if (cutter.count > kMaxLines) cutter.too_many_lines();
+}
 #endif
 
 // Returns where the text after the last CR begins, or nullptr when a quick cut stops. Most
@@ -232,21 +337,18 @@ Marks64 marks64(const char* block) {
 const char* LINE_INDEX::cut_lines(const char* p, const char* end, bool quick) {
   LineCutter cutter(*this, p, quick);
 #if defined(__SSE2__)
-  for (; end - p >= 64 && !cutter.stopped; p += 64) {
-    const Marks64 marks = marks64(p);
-    if (marks.others == 0) {
-      for (uint64_t bits = marks.crs; bits; bits &= bits - 1) {
-        cutter.end_line(p + __builtin_ctzll(bits));
-      }
-      continue;
-    }
-    for (uint64_t bits = marks.crs | marks.others; bits; bits &= bits - 1) {
-      cutter.mark(p + __builtin_ctzll(bits));
-    }
+  // Blocks are scanned a few at a time, then cut.
+  constexpr size_t kBlocks = 16;
+  LINE_BLOCK found[kBlocks];
+  const auto scan = can_scan_blocks32() ? scan_blocks32 : scan_blocks16;
+  while (end - p > 64 && !cutter.stopped) {
+    const size_t count = std::min(kBlocks, static_cast<size_t>(end - p - 1) / 64);
+    scan(p, count, found);
+    for (size_t i = 0; i < count && !cutter.stopped; ++i, p += 64) cut_block(cutter, p, found[i]);
   }
 #endif
   for (; p < end && !cutter.stopped; ++p) cutter.mark(p);
-  if (!cutter.stopped) cutter.hand_over();
+  lines = cutter.count;
   return cutter.stopped ? nullptr : cutter.line_start;
 }
 
@@ -257,12 +359,56 @@ void LINE_INDEX::note_line(int index, const char* start, const char* end, LineMa
   const std::string_view line_text =
       marks.nul ? bytes_read.substr(0, bytes_read.find('\0')) : bytes_read;
   auto at = [&line_text](size_t i) { return i < line_text.size() ? line_text[i] : '\0'; };
+  bool noted = marks.nul;
   if (marks.nul) nul_lines.push_back(index);
   if (marks.ai5 || (at(0) == '%' && (at(1) == '%' || at(1) == 'A'))) {
     comment_lines.push_back({index, {at(0), at(1), at(2), at(3)}, marks.ai5});
+    noted = true;
   }
-  if (at(0) && at(1) && at(2) == 'T' && at(3) == 'o') text_lines.push_back(index);
-  if (at(0) == 'T' && at(1) == 'O') text_end_lines.push_back(index);
+  if (at(0) && at(1) && at(2) == 'T' && at(3) == 'o') {
+    text_lines.push_back(index);
+    noted = true;
+  }
+  if (at(0) == 'T' && at(1) == 'O') {
+    text_end_lines.push_back(index);
+    noted = true;
+  }
+  if (noted && stride > 1) note_start(index, start);
+}
+
+void LINE_INDEX::note_start(int index, const char* start) {
+  const size_t past_kept =
+      static_cast<size_t>(start - text.data()) - kept_starts[static_cast<size_t>(index / stride)];
+  if (past_kept <= UINT32_MAX) noted_starts.push_back({index, static_cast<uint32_t>(past_kept)});
+}
+
+// Lookups mostly move a little, forward or back, so each search starts where the one before
+// ended; one that goes far is a binary search.
+const LINE_INDEX::NotedStart* LINE_INDEX::noted_at_or_before(int index) const {
+  constexpr int kSteps = 8;
+  if (noted_starts.empty()) return nullptr;
+  const auto first = noted_starts.begin();
+  const auto after = [](int line, const NotedStart& noted) { return line < noted.line; };
+  // The first noted line past index is searched for; at is one candidate.
+  auto at = first + static_cast<long>(std::min(noted_hint, noted_starts.size() - 1));
+  if (at->line <= index) {
+    for (int step = 0; at != noted_starts.end() && at->line <= index; ++at) {
+      if (++step == kSteps) {
+        at = std::upper_bound(at, noted_starts.end(), index, after);
+        break;
+      }
+    }
+  } else {
+    for (int step = 0; at != first && at[-1].line > index; --at) {
+      if (++step == kSteps) {
+        at = std::upper_bound(first, at, index, after);
+        break;
+      }
+    }
+  }
+  if (at == first) return nullptr;
+  noted_hint = static_cast<size_t>(at - first) - 1;
+  return &at[-1];
 }
 
 namespace {
@@ -291,6 +437,49 @@ int LINE_INDEX::find_text_line(int from, int to) const {
 
 int LINE_INDEX::find_text_end_line(int from, int to) const {
   return first_in(text_end_lines, text_end_line_hint, from, to);
+}
+
+const char* LINE_INDEX::line_start(int index) const {
+  if (index >= lines) return text.data() + end_of_lines;
+  const size_t kept = static_cast<size_t>(index / stride);
+  const char* start = text.data() + kept_starts[kept];
+  if (stride == 1) return start;
+  if (cursor_line == index) return cursor;
+  const char* const kept_start = start;
+  int from = static_cast<int>(kept) * stride;
+  if (cursor && cursor_line <= index && cursor_line >= from) {
+    from = cursor_line;
+    start = cursor;
+  }
+  const NotedStart* noted = noted_at_or_before(index);
+  if (noted && noted->line > from) {
+    from = noted->line;
+    start = kept_start + noted->past_kept;
+  }
+  start = past_crs(start, index - from);
+  remember(index, start);
+  return start;
+}
+
+// Only a cut at CRs keeps some line starts out, and every line it cut ends at a CR: the
+// count-th CR from start is there to be found.
+const char* LINE_INDEX::past_crs(const char* start, int count) const {
+  if (count == 0) return start;
+  const char* const end = text.data() + text.size();
+  const char* p = start;
+#if defined(__SSE2__)
+  for (; end - p >= 16; p += 16) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    for (auto crs =
+             static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\r'))));
+         crs; crs &= crs - 1) {
+      if (--count == 0) return past_cr(p + __builtin_ctz(crs), end);
+    }
+  }
+#endif
+  for (;; ++p) {
+    if (*p == '\r' && --count == 0) return past_cr(p, end);
+  }
 }
 
 std::string_view LINE_INDEX::line(int index) const {

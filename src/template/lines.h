@@ -1,7 +1,7 @@
-// The line index of a template's text: where each line starts, cut in one pass, with the few
-// lines that structure searches look for (comment lines, the starts and ends of text
-// objects, lines holding a NUL) kept aside. The text is never changed: lines are views into
-// it, and it must outlive the index.
+// The line index of a template's text, cut in one pass: how many lines it has, where some of
+// them start, and the few lines that structure searches look for (comment lines, the starts
+// and ends of text objects, lines holding a NUL) kept aside. The text is never changed: lines
+// are views into it, and it must outlive the index.
 #pragma once
 
 #include <algorithm>
@@ -15,28 +15,26 @@ class Output;
 // (direction 0) or backward (1); nullptr when there is none or the direction is neither.
 const char* strpos(const char* text, long long length, const char* pattern, int direction);
 
-// Where each line of a text starts, 4 bytes a line: offsets from the text's beginning, with
-// the lines from which on another 4 GiB is to be added kept aside (none below 4 GiB).
-class LineStarts {
- public:
-  void reset(size_t expected_lines);
-  // count offsets, ascending and not below the last one pushed.
-  void push(const size_t* offsets, size_t count);
-  size_t operator[](size_t index) const {
-    size_t high = 0;
-    if (!steps.empty()) {
-      high =
-          static_cast<size_t>(std::upper_bound(steps.begin(), steps.end(), index) - steps.begin());
-    }
-    return (high << 32) + low[index];
-  }
-  size_t size() const { return low.size(); }
-  bool empty() const { return low.empty(); }
-
- private:
-  std::vector<uint32_t> low;
-  std::vector<size_t> steps;  // ascending line indexes, one for each 4 GiB
+// Where the bytes of 64 bytes of a text that its cut looks at stand: bit i is set where
+// byte i is one. Most blocks are plain, holding no NUL, no '%' that may begin "%%", "%A" or
+// "%AI5_", and no "To" or "TO" (which may end in the next block): in those only the line ends
+// count.
+struct LINE_BLOCK {
+  uint64_t crs = 0;
+  uint64_t others = 0;  // '%' and NUL, in blocks that are not plain
+  int cr_count = 0;
+  bool plain = true;
+  bool crlf = false;  // some CR is followed by a LF
 };
+
+#if defined(__SSE2__)
+// Scans count blocks of 64 bytes from blocks on into found, 16 bytes at a time, or 32 where
+// the CPU can (can_scan_blocks32(): nearly every x86-64 made since 2013). The last block must
+// be followed by one more byte.
+void scan_blocks16(const char* blocks, size_t count, LINE_BLOCK* found);
+bool can_scan_blocks32();
+void scan_blocks32(const char* blocks, size_t count, LINE_BLOCK* found);
+#endif
 
 class LINE_INDEX {
  public:
@@ -60,7 +58,7 @@ class LINE_INDEX {
   // no line end is converted.
   bool prints_as_read() const { return any_line_end || !crlf_seen; }
 
-  int line_count() const { return static_cast<int>(starts.size()) - 1; }
+  int line_count() const { return lines; }
   // A line without its line end, up to its first NUL byte if it holds one.
   std::string_view line(int index) const;
   // Calls visit(line(i)) for each line i from first to last, with less work per line.
@@ -69,12 +67,13 @@ class LINE_INDEX {
     auto nul_line = std::lower_bound(nul_lines.begin(), nul_lines.end(), first);
     const char* start = line_start(first);
     for (int i = first; i <= last; ++i) {
-      const char* next = line_start(i + 1);
+      const char* next = start_after(i, start);
       const bool nul = nul_line != nul_lines.end() && *nul_line == i;
       if (nul) ++nul_line;
       visit(line_text(start, next, nul));
       start = next;
     }
+    if (first <= last) remember(last + 1, start);
   }
   // The text's bytes from the start of line first to the end of line last, line ends (and
   // any bytes after a NUL) included.
@@ -112,26 +111,56 @@ class LINE_INDEX {
   int find_text_end_line(int from, int to) const;
 
  private:
-  void clear();
+  void clear(int stride);
   struct LineCutter;
   const char* cut_lines(const char* start, const char* end, bool quick);
+  void cut_block(LineCutter& cutter, const char* block, const LINE_BLOCK& marks);
   struct LineMarks {
     bool ai5 = false;  // "%AI5_"
     bool nul = false;
   };
-  void push_start(const char* start);
+  void keep_start(const char* start) {
+    kept_starts.push_back(static_cast<size_t>(start - text.data()));
+  }
   void note_kept_line(int index, const char* start, const char* end);
   void note_line(int index, const char* start, const char* end, LineMarks marks);
   int printed_as_read_until(int first, int last_end,
                             std::vector<int>::const_iterator next_nul_line) const;
 
   std::string_view text;
-  // Where each line starts, then where the line after the last would start: a line's length
-  // follows from the next start (after the CR or CR LF), so 1,048,576 lines cost 4 MB.
-  LineStarts starts;
-  const char* line_start(int index) const {
-    return text.data() + starts[static_cast<size_t>(index)];
+  int lines = 0;
+  // A cut at CRs keeps the start of every kStride-th line only, so that it does no work for
+  // most lines and costs 0.5 MB for a million of them; a line's start is found from the
+  // nearest start kept, or from the last one looked up (the analysis and printing mostly
+  // move forward), by finding CRs. A cut for "-keep" keeps every line's start.
+  static constexpr int kStride = 16;
+  int stride = 1;
+  std::vector<size_t> kept_starts;  // offsets in text of lines 0, stride, 2 * stride, ...
+  size_t end_of_lines = 0;          // where the line after the last would start
+  mutable int cursor_line = -1;     // the last line looked up, and where it starts
+  mutable const char* cursor = nullptr;
+  const char* line_start(int index) const;
+  // Where the line after line index starts, given where line index starts.
+  const char* start_after(int index, const char* start) const {
+    if (index + 1 >= lines || stride == 1) return line_start(index + 1);
+    return past_crs(start, 1);
   }
+  // Where the line count lines after the one that starts at start starts.
+  const char* past_crs(const char* start, int count) const;
+  void remember(int index, const char* start) const {
+    cursor_line = index;
+    cursor = start;
+  }
+  // The starts of the lines kept aside, which the analysis and printing look up most: as
+  // distances from the start kept for their stride (none kept after a cut for "-keep").
+  struct NotedStart {
+    int line;
+    uint32_t past_kept;
+  };
+  std::vector<NotedStart> noted_starts;  // ascending
+  mutable size_t noted_hint = 0;         // where the last search ended
+  void note_start(int index, const char* start);
+  const NotedStart* noted_at_or_before(int index) const;
   // The text of the line that starts at start and before next; nul: whether it holds a NUL.
   std::string_view line_text(const char* start, const char* next, bool nul) const {
     // The next line starts after this one's CR and the LF that may follow it.

@@ -8,26 +8,6 @@
 #include "support/error.h"
 #include "support/output.h"
 
-// Offsets past 4 GiB, as in a template that large: in batches, one at a time, and with a line
-// longer than 4 GiB.
-TEST(LineStartsTest, OffsetsPastFourGiB) {
-  const size_t gib4 = size_t{1} << 32;
-  const std::vector<size_t> offsets = {0,        10,           gib4 - 1,     gib4,        gib4 + 5,
-                                       3 * gib4, 3 * gib4 + 1, 7 * gib4 + 2, 7 * gib4 + 3};
-  LineStarts batch;
-  batch.reset(2);
-  batch.push(offsets.data(), 2);
-  batch.push(offsets.data() + 2, offsets.size() - 2);
-  LineStarts single;
-  single.reset(0);
-  for (size_t offset : offsets) single.push(&offset, 1);
-  ASSERT_EQ(offsets.size(), batch.size());
-  for (size_t i = 0; i < offsets.size(); ++i) {
-    EXPECT_EQ(offsets[i], batch[i]) << i;
-    EXPECT_EQ(offsets[i], single[i]) << i;
-  }
-}
-
 namespace {
 
 // Lines as the byte-by-byte definition gives them, each up to its CR: from "%!PS-Adobe"
@@ -48,9 +28,13 @@ std::vector<std::string> reference_lines(const std::string& bytes) {
 }
 
 // Random documents from pieces that matter to the cut: line ends, '%', NUL, the starts of
-// text objects and placed-art markers, and long runs that cross 64-byte blocks.
-std::string random_document(std::mt19937& random) {
-  static const std::vector<std::string> pieces = [] {
+// text objects and placed-art markers, and long runs that cross 64-byte blocks. Plain ones
+// hold mostly short lines, as most of a large template: only their line ends matter, and the
+// letters of "To" and "TO" apart.
+std::string random_document(std::mt19937& random, bool plain) {
+  static const std::vector<std::string> plain_pieces = {"a",    "a",  " ", "\r", "\r", "\r",
+                                                        "\r\n", "\n", "T", "o",  "O"};
+  static const std::vector<std::string> all_pieces = [] {
     std::vector<std::string> list = {
         "a",     " ",    "%", "\r", "\r\n", "\n", "0 To", "TO", "T", "%%EOF", "%AI5_BeginPlace",
         "%AI5_", "%%End"};
@@ -59,8 +43,9 @@ std::string random_document(std::mt19937& random) {
       list.push_back(more);
     return list;
   }();
+  const std::vector<std::string>& pieces = plain ? plain_pieces : all_pieces;
   std::string body = "%!PS-Adobe";
-  const int count = static_cast<int>(random() % 300);
+  const int count = static_cast<int>(random() % 600);
   for (int i = 0; i < count; ++i) body += pieces[random() % pieces.size()];
   return body + "%%EOF\r" + (random() % 2 ? "tail\r" : "");
 }
@@ -70,7 +55,7 @@ std::string random_document(std::mt19937& random) {
 TEST(LinesTest, CutMatchesTheByteByByteDefinition) {
   std::mt19937 random(7);
   for (int round = 0; round < 2000; ++round) {
-    const std::string bytes = random_document(random);
+    const std::string bytes = random_document(random, round % 2 == 1);
     const std::vector<std::string> expected = reference_lines(bytes);
     LINE_INDEX doc;
     doc.cut_at_crs(bytes, false);
@@ -99,6 +84,27 @@ TEST(LinesTest, CutMatchesTheByteByByteDefinition) {
     Output out;
     doc.print_lines(0, doc.line_count() - 1, out);
     ASSERT_EQ(expected_print, out.text()) << round;
+    // Lines looked up in any order, alone or as ranges with their line ends, are those of
+    // the definition: the index keeps only some line starts and finds the others.
+    std::vector<size_t> line_ends(expected.size() + 1, 0);
+    for (size_t i = 0, at = bytes.find("%!PS-Adobe"); i < expected.size(); ++i) {
+      at += expected[i].size();
+      if (at < bytes.size() && bytes[at] == '\r') ++at;
+      if (at < bytes.size() && bytes[at] == '\n' && bytes[at - 1] == '\r') ++at;
+      line_ends[i + 1] = at;
+    }
+    line_ends[0] = bytes.find("%!PS-Adobe");
+    for (int lookup = 0; lookup < 20; ++lookup) {
+      const int a = static_cast<int>(random() % expected.size());
+      const int b = static_cast<int>(random() % expected.size());
+      const std::string& line = expected[static_cast<size_t>(a)];
+      ASSERT_EQ(line.substr(0, line.find('\0')), doc.line(a)) << round << " line " << a;
+      const auto [first, last] = std::minmax(a, b);
+      const size_t from = line_ends[static_cast<size_t>(first)];
+      ASSERT_EQ(bytes.substr(from, line_ends[static_cast<size_t>(last) + 1] - from),
+                doc.bytes_of_lines(first, last))
+          << round << " lines " << first << ".." << last;
+    }
     // A walk over a range of lines gives each as line() does.
     const int first = static_cast<int>(random() % static_cast<unsigned>(doc.line_count()));
     int next = first;
@@ -107,6 +113,70 @@ TEST(LinesTest, CutMatchesTheByteByByteDefinition) {
       ++next;
     });
     EXPECT_EQ(doc.line_count(), next) << round;
+  }
+}
+
+#if defined(__SSE2__)
+// Both ways of scanning a block find what the byte-by-byte definition does: CRs, CR LFs, and in
+// blocks that are not plain, '%' and NUL.
+TEST(LinesTest, BlockScansMatchTheDefinition) {
+  std::mt19937 random(11);
+  const std::string alphabet = std::string("\r\n%ATtoOx ", 11) + '\0';
+  for (int round = 0; round < 5000; ++round) {
+    std::string block(65, 'x');
+    for (char& c : block) c = alphabet[random() % alphabet.size()];
+    LINE_BLOCK expected;
+    bool plain = true;
+    for (size_t i = 0; i < 64; ++i) {
+      const char c = block[i];
+      const char next = block[i + 1];
+      if (c == '\r') {
+        expected.crs |= uint64_t{1} << i;
+        ++expected.cr_count;
+        expected.crlf = expected.crlf || next == '\n';
+      }
+      if (c == '%' || c == '\0') expected.others |= uint64_t{1} << i;
+      if (c == '\0' || (c == '%' && (next == '%' || next == 'A')) ||
+          (c == 'T' && (next == 'o' || next == 'O'))) {
+        plain = false;
+      }
+    }
+    if (plain) expected.others = 0;
+    expected.plain = plain;
+    std::vector<LINE_BLOCK> scans(1);
+    scan_blocks16(block.data(), 1, &scans[0]);
+    if (can_scan_blocks32()) {
+      scans.emplace_back();
+      scan_blocks32(block.data(), 1, &scans[1]);
+    }
+    for (const LINE_BLOCK& scan : scans) {
+      ASSERT_EQ(expected.crs, scan.crs) << round;
+      ASSERT_EQ(expected.cr_count, scan.cr_count) << round;
+      ASSERT_EQ(expected.crlf, scan.crlf) << round;
+      ASSERT_EQ(expected.plain, scan.plain) << round;
+      ASSERT_EQ(expected.others, scan.others) << round;
+    }
+  }
+}
+#endif
+
+// One CR LF among short lines, at each place in a 64-byte block: lines that end in CR LF are
+// printed with a CR alone, wherever the cut meets them.
+TEST(LinesTest, OneCrLfAnywhereInABlock) {
+  std::string lines;
+  for (int i = 0; i < 60; ++i) lines += "ab\r";
+  for (size_t shift = 0; shift < 64; ++shift) {
+    const std::string bytes =
+        "%!PS-Adobe\r" + std::string(shift, 'x') + lines + "cd\r\n" + lines + "%%EOF\r";
+    LINE_INDEX doc;
+    doc.cut_at_crs(bytes, false);
+    ASSERT_EQ(123, doc.line_count()) << shift;
+    EXPECT_EQ("cd", doc.line(61)) << shift;
+    Output out;
+    doc.print_lines(0, doc.line_count() - 1, out);
+    std::string expected = bytes;
+    expected.erase(expected.find('\n'), 1);
+    EXPECT_EQ(expected, out.text()) << shift;
   }
 }
 
