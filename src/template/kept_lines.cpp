@@ -174,7 +174,7 @@ class OPAQUE_FINDER {
 }  // namespace
 
 void LINE_INDEX::cut_kept(std::string_view text_to_cut) {
-  clear(1);
+  clear(0);
   any_line_end = true;
   text = text_to_cut;
   const char* const text_end = text.data() + text.size();

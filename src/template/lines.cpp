@@ -49,15 +49,12 @@ bool holds_begin_document(const char* from, const char* to) {
 
 }  // namespace
 
-void LINE_INDEX::clear(int lines_per_start) {
+void LINE_INDEX::clear(int shift) {
   lines = 0;
-  stride = lines_per_start;
+  stride_shift = shift;
   kept_starts.clear();
   end_of_lines = 0;
-  cursor_line = -1;
-  cursor = nullptr;
-  noted_starts.clear();
-  noted_hint = 0;
+  for (Cursor& cursor : cursors) cursor = Cursor();
   no_line_end = false;
   crlf_seen = false;
   any_line_end = false;
@@ -74,7 +71,7 @@ void LINE_INDEX::clear(int lines_per_start) {
 // lines with a NUL and the lines that begin and end text objects, are all found in one pass. A
 // quick cut returns false instead of failing, and when the text holds an embedded document.
 bool LINE_INDEX::cut_at_crs(std::string_view text_to_cut, bool quick) {
-  clear(kStride);
+  clear(kStrideShift);
   text = text_to_cut;
   const char* const text_end = text.data() + text.size();
   const char* start = strpos(text.data(), static_cast<long long>(text.size()), "%!PS-Adobe", 0);
@@ -359,102 +356,68 @@ void LINE_INDEX::note_line(int index, const char* start, const char* end, LineMa
   const std::string_view line_text =
       marks.nul ? bytes_read.substr(0, bytes_read.find('\0')) : bytes_read;
   auto at = [&line_text](size_t i) { return i < line_text.size() ? line_text[i] : '\0'; };
-  bool noted = marks.nul;
   if (marks.nul) nul_lines.push_back(index);
   if (marks.ai5 || (at(0) == '%' && (at(1) == '%' || at(1) == 'A'))) {
-    comment_lines.push_back({index, {at(0), at(1), at(2), at(3)}, marks.ai5});
-    noted = true;
+    comment_lines.push_back(
+        {found_line(index, start, end), {at(0), at(1), at(2), at(3)}, marks.ai5});
   }
   if (at(0) && at(1) && at(2) == 'T' && at(3) == 'o') {
-    text_lines.push_back(index);
-    noted = true;
+    text_lines.push_back(found_line(index, start, end));
   }
-  if (at(0) == 'T' && at(1) == 'O') {
-    text_end_lines.push_back(index);
-    noted = true;
-  }
-  if (noted && stride > 1) note_start(index, start);
+  if (at(0) == 'T' && at(1) == 'O') text_end_lines.push_back(found_line(index, start, end));
 }
 
-void LINE_INDEX::note_start(int index, const char* start) {
-  const size_t past_kept =
-      static_cast<size_t>(start - text.data()) - kept_starts[static_cast<size_t>(index / stride)];
-  if (past_kept <= UINT32_MAX) noted_starts.push_back({index, static_cast<uint32_t>(past_kept)});
+// With where the next line starts: printing a text object, or anything up to a comment,
+// would otherwise read its line again, long after the cut, only to find its end.
+LINE_INDEX::FoundLine LINE_INDEX::found_line(int index, const char* start, const char* end) const {
+  const char* const text_end = text.data() + text.size();
+  // A cut for "-keep" keeps every line's start: no length is needed.
+  const auto length =
+      sparse() && end < text_end ? static_cast<size_t>(past_cr(end, text_end) - start) : 0;
+  return {index, length <= UINT32_MAX ? static_cast<uint32_t>(length) : 0,
+          static_cast<size_t>(start - text.data())};
 }
-
-// Lookups mostly move a little, forward or back, so each search starts where the one before
-// ended; one that goes far is a binary search.
-const LINE_INDEX::NotedStart* LINE_INDEX::noted_at_or_before(int index) const {
-  constexpr int kSteps = 8;
-  if (noted_starts.empty()) return nullptr;
-  const auto first = noted_starts.begin();
-  const auto after = [](int line, const NotedStart& noted) { return line < noted.line; };
-  // The first noted line past index is searched for; at is one candidate.
-  auto at = first + static_cast<long>(std::min(noted_hint, noted_starts.size() - 1));
-  if (at->line <= index) {
-    for (int step = 0; at != noted_starts.end() && at->line <= index; ++at) {
-      if (++step == kSteps) {
-        at = std::upper_bound(at, noted_starts.end(), index, after);
-        break;
-      }
-    }
-  } else {
-    for (int step = 0; at != first && at[-1].line > index; --at) {
-      if (++step == kSteps) {
-        at = std::upper_bound(first, at, index, after);
-        break;
-      }
-    }
-  }
-  if (at == first) return nullptr;
-  noted_hint = static_cast<size_t>(at - first) - 1;
-  return &at[-1];
-}
-
-namespace {
 
 // The layers ask for text objects one after the other, so each search starts where the one
-// before ended; a search that goes back, or far ahead, is a binary search.
-int first_in(const std::vector<int>& lines, size_t& hint, int from, int to) {
+// before ended; a search that goes back, or far ahead, is a binary search. The line found is
+// remembered: it is looked up next.
+int LINE_INDEX::first_found(const std::vector<FoundLine>& found, size_t& hint, int from,
+                            int to) const {
   constexpr size_t kSteps = 8;
-  auto it = lines.begin() + static_cast<std::ptrdiff_t>(std::min(hint, lines.size()));
-  if (it != lines.begin() && it[-1] >= from) it = lines.begin();
-  for (size_t step = 0; it != lines.end() && *it < from; ++it) {
+  const auto before = [](const FoundLine& line, int index) { return line.index < index; };
+  auto it = found.begin() + static_cast<std::ptrdiff_t>(std::min(hint, found.size()));
+  if (it != found.begin() && it[-1].index >= from) it = found.begin();
+  for (size_t step = 0; it != found.end() && it->index < from; ++it) {
     if (++step == kSteps) {
-      it = std::lower_bound(it, lines.end(), from);
+      it = std::lower_bound(it, found.end(), from, before);
       break;
     }
   }
-  hint = static_cast<size_t>(it - lines.begin());
-  return it != lines.end() && *it <= to ? *it : -1;
+  hint = static_cast<size_t>(it - found.begin());
+  if (it == found.end() || it->index > to) return -1;
+  remember(*it);
+  return it->index;
 }
 
-}  // namespace
-
 int LINE_INDEX::find_text_line(int from, int to) const {
-  return first_in(text_lines, text_line_hint, from, to);
+  return first_found(text_lines, text_line_hint, from, to);
 }
 
 int LINE_INDEX::find_text_end_line(int from, int to) const {
-  return first_in(text_end_lines, text_end_line_hint, from, to);
+  return first_found(text_end_lines, text_end_line_hint, from, to);
 }
 
-const char* LINE_INDEX::line_start(int index) const {
-  if (index >= lines) return text.data() + end_of_lines;
-  const size_t kept = static_cast<size_t>(index / stride);
+// A line whose start is none of those at hand: from the nearest start known before it, the
+// CRs are found.
+const char* LINE_INDEX::find_start(int index) const {
+  const size_t kept = static_cast<size_t>(index >> stride_shift);
+  int from = static_cast<int>(kept) << stride_shift;
   const char* start = text.data() + kept_starts[kept];
-  if (stride == 1) return start;
-  if (cursor_line == index) return cursor;
-  const char* const kept_start = start;
-  int from = static_cast<int>(kept) * stride;
-  if (cursor && cursor_line <= index && cursor_line >= from) {
-    from = cursor_line;
-    start = cursor;
-  }
-  const NotedStart* noted = noted_at_or_before(index);
-  if (noted && noted->line > from) {
-    from = noted->line;
-    start = kept_start + noted->past_kept;
+  for (const Cursor& cursor : cursors) {
+    if (cursor.line > from && cursor.line < index) {
+      from = cursor.line;
+      start = cursor.start;
+    }
   }
   start = past_crs(start, index - from);
   remember(index, start);
@@ -464,26 +427,14 @@ const char* LINE_INDEX::line_start(int index) const {
 // Only a cut at CRs keeps some line starts out, and every line it cut ends at a CR: the
 // count-th CR from start is there to be found.
 const char* LINE_INDEX::past_crs(const char* start, int count) const {
-  if (count == 0) return start;
   const char* const end = text.data() + text.size();
-  const char* p = start;
-#if defined(__SSE2__)
-  for (; end - p >= 16; p += 16) {
-    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-    for (auto crs =
-             static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\r'))));
-         crs; crs &= crs - 1) {
-      if (--count == 0) return past_cr(p + __builtin_ctz(crs), end);
-    }
-  }
-#endif
-  for (;; ++p) {
-    if (*p == '\r' && --count == 0) return past_cr(p, end);
-  }
+  for (; count > 0; --count) start = past_cr(find_cr(start, end), end);
+  return start;
 }
 
 std::string_view LINE_INDEX::line(int index) const {
-  return line_text(line_start(index), line_start(index + 1),
+  const char* start = line_start(index);
+  return line_text(start, start_after(index, start),
                    std::binary_search(nul_lines.begin(), nul_lines.end(), index));
 }
 

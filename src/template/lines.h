@@ -6,6 +6,9 @@
 
 #include <algorithm>
 #include <cstdint>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 #include <string_view>
 #include <vector>
 
@@ -92,7 +95,7 @@ class LINE_INDEX {
   template <typename Test>
   int find_comment_line(int from, int to, std::string_view head, Test test) const {
     return first_comment_line(from, to, [&](const CommentLine& comment_line) {
-      return comment_line.begins_with(head) && test(line(comment_line.index));
+      return comment_line.begins_with(head) && test(line(comment_line.line.index));
     });
   }
   // The first line in [from, to] that holds "%AI5_", the start of every placed-art marker,
@@ -100,7 +103,7 @@ class LINE_INDEX {
   template <typename Test>
   int find_ai5_line(int from, int to, Test test) const {
     return first_comment_line(from, to, [&](const CommentLine& comment_line) {
-      return comment_line.holds_ai5 && test(line(comment_line.index));
+      return comment_line.holds_ai5 && test(line(comment_line.line.index));
     });
   }
   // The first line in [from, to] whose third and fourth characters are "To", where text
@@ -111,7 +114,7 @@ class LINE_INDEX {
   int find_text_end_line(int from, int to) const;
 
  private:
-  void clear(int stride);
+  void clear(int stride_shift);
   struct LineCutter;
   const char* cut_lines(const char* start, const char* end, bool quick);
   void cut_block(LineCutter& cutter, const char* block, const LINE_BLOCK& marks);
@@ -133,34 +136,70 @@ class LINE_INDEX {
   // most lines and costs 0.5 MB for a million of them; a line's start is found from the
   // nearest start kept, or from the last one looked up (the analysis and printing mostly
   // move forward), by finding CRs. A cut for "-keep" keeps every line's start.
-  static constexpr int kStride = 16;
-  int stride = 1;
-  std::vector<size_t> kept_starts;  // offsets in text of lines 0, stride, 2 * stride, ...
+  static constexpr int kStrideShift = 4;
+  static constexpr int kStride = 1 << kStrideShift;
+  int stride_shift = 0;
+  bool sparse() const { return stride_shift != 0; }
+  std::vector<size_t> kept_starts;  // offsets in text of every (1 << stride_shift)-th line
   size_t end_of_lines = 0;          // where the line after the last would start
-  mutable int cursor_line = -1;     // the last line looked up, and where it starts
-  mutable const char* cursor = nullptr;
-  const char* line_start(int index) const;
+  // The last lines found by a search or looked up, where they start and, when known, where
+  // the line after them does: a text object's first and last lines are found, then asked for
+  // several times.
+  struct Cursor {
+    int line = -1;
+    const char* start = nullptr;
+    const char* next = nullptr;
+  };
+  static constexpr int kCursors = 4;
+  mutable Cursor cursors[kCursors];
+  mutable int oldest_cursor = 0;
+  const char* line_start(int index) const {
+    if (index >= lines) return text.data() + end_of_lines;
+    if (!sparse()) return text.data() + kept_starts[static_cast<size_t>(index)];
+    for (const Cursor& cursor : cursors) {
+      if (cursor.line == index) return cursor.start;
+      if (cursor.line + 1 == index && cursor.next) return cursor.next;
+    }
+    return find_start(index);
+  }
+  const char* find_start(int index) const;
   // Where the line after line index starts, given where line index starts.
   const char* start_after(int index, const char* start) const {
-    if (index + 1 >= lines || stride == 1) return line_start(index + 1);
-    return past_crs(start, 1);
+    if (index + 1 >= lines || !sparse()) return line_start(index + 1);
+    const char* const end = text.data() + text.size();
+    const char* cr = find_cr(start, end);
+    return cr + 1 < end && cr[1] == '\n' ? cr + 2 : cr + 1;
+  }
+  // The first CR from p on, which is known to be there; most lines are short.
+  static const char* find_cr(const char* p, const char* end) {
+#if defined(__SSE2__)
+    for (; end - p >= 16; p += 16) {
+      const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+      const int crs = _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\r')));
+      if (crs != 0) return p + __builtin_ctz(static_cast<unsigned>(crs));
+    }
+#endif
+    while (*p != '\r') ++p;
+    return p;
   }
   // Where the line count lines after the one that starts at start starts.
   const char* past_crs(const char* start, int count) const;
-  void remember(int index, const char* start) const {
-    cursor_line = index;
-    cursor = start;
+  void remember(int index, const char* start, const char* next = nullptr) const {
+    cursors[oldest_cursor] = {index, start, next};
+    oldest_cursor = (oldest_cursor + 1) % kCursors;
   }
-  // The starts of the lines kept aside, which the analysis and printing look up most: as
-  // distances from the start kept for their stride (none kept after a cut for "-keep").
-  struct NotedStart {
-    int line;
-    uint32_t past_kept;
+  // A line kept aside: its index, where it starts and its length up to the next line's
+  // start (0 when it ends the text). A search that finds it remembers where it is.
+  struct FoundLine {
+    int index;
+    uint32_t length;
+    size_t start;
   };
-  std::vector<NotedStart> noted_starts;  // ascending
-  mutable size_t noted_hint = 0;         // where the last search ended
-  void note_start(int index, const char* start);
-  const NotedStart* noted_at_or_before(int index) const;
+  FoundLine found_line(int index, const char* start, const char* end) const;
+  void remember(const FoundLine& found) const {
+    const char* start = text.data() + found.start;
+    remember(found.index, start, found.length != 0 ? start + found.length : nullptr);
+  }
   // The text of the line that starts at start and before next; nul: whether it holds a NUL.
   std::string_view line_text(const char* start, const char* next, bool nul) const {
     // The next line starts after this one's CR and the LF that may follow it.
@@ -185,7 +224,7 @@ class LINE_INDEX {
   std::vector<int> nul_lines;  // ascending; rare
   // A comment line, with its first four characters ('\0' past its end).
   struct CommentLine {
-    int index;
+    FoundLine line;
     char head[4];
     bool holds_ai5;
     bool begins_with(std::string_view text_head) const {
@@ -200,14 +239,18 @@ class LINE_INDEX {
   int first_comment_line(int from, int to, Keep keep) const {
     auto it = std::lower_bound(
         comment_lines.begin(), comment_lines.end(), from,
-        [](const CommentLine& comment_line, int index) { return comment_line.index < index; });
-    for (; it != comment_lines.end() && it->index <= to; ++it) {
-      if (keep(*it)) return it->index;
+        [](const CommentLine& comment_line, int index) { return comment_line.line.index < index; });
+    for (; it != comment_lines.end() && it->line.index <= to; ++it) {
+      if (keep(*it)) {
+        remember(it->line);
+        return it->line.index;
+      }
     }
     return -1;
   }
-  std::vector<int> text_lines;      // ascending
-  std::vector<int> text_end_lines;  // ascending
+  int first_found(const std::vector<FoundLine>& found, size_t& hint, int from, int to) const;
+  std::vector<FoundLine> text_lines;      // ascending
+  std::vector<FoundLine> text_end_lines;  // ascending
   // Where the last search in each of them ended.
   mutable size_t text_line_hint = 0;
   mutable size_t text_end_line_hint = 0;

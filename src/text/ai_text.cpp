@@ -12,11 +12,13 @@ AI_TEXT::~AI_TEXT() = default;
 
 void AI_TEXT::setup(const TEMPLATE& tpl, int line, int layer_last, int* next,
                     POINT_TEXT_READER& reader) {
-  const std::string_view opening = tpl.line(line);
-  text_type = !opening.empty() && opening[0] >= '0' && opening[0] <= '9' ? opening[0] - '0' : 0;
   first_line = line;
   last_line = tpl.find_text_end_line(line, layer_last);
   if (last_line < 0) fail("cannot find %s\n", "TO");
+  // The type is the opening line's first byte, read from the object's bytes, which the
+  // template finds without looking for where that line ends.
+  const char type = tpl.bytes_of_lines(first_line, last_line)[0];
+  text_type = type >= '0' && type <= '9' ? type - '0' : 0;
   *next = last_line + 1;
   if (text_type != 0 || !AI_TEXT_REPLACE::may_hold_placeholder(tpl, first_line, last_line)) {
     return;
