@@ -64,6 +64,7 @@ void LINE_INDEX::clear(int shift) {
   text_end_lines.clear();
   text_line_hint = 0;
   text_end_line_hint = 0;
+  for (size_t& hint : lookup_hints) hint = 0;
 }
 
 // Cuts the text from "%!PS-Adobe" to the CR after the last "%%EOF" into lines: a line's text
@@ -413,12 +414,26 @@ const char* LINE_INDEX::find_start(int index) const {
   const size_t kept = static_cast<size_t>(index >> stride_shift);
   int from = static_cast<int>(kept) << stride_shift;
   const char* start = text.data() + kept_starts[kept];
-  for (const Cursor& cursor : cursors) {
-    if (cursor.line > from && cursor.line < index) {
-      from = cursor.line;
-      start = cursor.start;
+  auto nearer = [&](int line, const char* line_start) {
+    if (line > from && line <= index) {
+      from = line;
+      start = line_start;
     }
-  }
+  };
+  for (const Cursor& cursor : cursors) nearer(cursor.line, cursor.start);
+  // Printing asks for the lines around text objects and comments, long after they were
+  // found: their starts are in the lists of found lines, and the text is not read again.
+  auto nearer_found = [&](const FoundLine* found) {
+    if (!found) return;
+    nearer(found->index, text.data() + found->start);
+    if (found->length != 0) nearer(found->index + 1, text.data() + found->start + found->length);
+  };
+  nearer_found(last_found(text_lines, lookup_hints[0], index,
+                          [](const FoundLine& line) -> const FoundLine& { return line; }));
+  nearer_found(last_found(text_end_lines, lookup_hints[1], index,
+                          [](const FoundLine& line) -> const FoundLine& { return line; }));
+  nearer_found(last_found(comment_lines, lookup_hints[2], index,
+                          [](const CommentLine& line) -> const FoundLine& { return line.line; }));
   start = past_crs(start, index - from);
   remember(index, start);
   return start;

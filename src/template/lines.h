@@ -254,4 +254,41 @@ class LINE_INDEX {
   // Where the last search in each of them ended.
   mutable size_t text_line_hint = 0;
   mutable size_t text_end_line_hint = 0;
+  // The last line at or before index in a list of found lines (line_of gives an entry's
+  // FoundLine), or null. Lookups mostly move a little, forward or back, so each search starts
+  // where the one before ended (hint) and widens its steps until it passes the line.
+  template <typename Entry, typename LineOf>
+  static const FoundLine* last_found(const std::vector<Entry>& list, size_t& hint, int index,
+                                     LineOf line_of) {
+    if (list.empty()) return nullptr;
+    const size_t size = list.size();
+    auto at_or_before = [&](size_t at) { return line_of(list[at]).index <= index; };
+    // The first entry past index is searched for, in [low, high).
+    size_t low = std::min(hint, size - 1);
+    size_t high = low;
+    if (at_or_before(low)) {
+      for (size_t step = 1; high < size && at_or_before(high); step *= 2) {
+        low = high + 1;
+        high = std::min(size, high + step);
+      }
+    } else {
+      for (size_t step = 1; low > 0 && !at_or_before(low - 1); step *= 2) {
+        high = low - 1;
+        low = low > step ? low - step : 0;
+      }
+    }
+    while (low < high) {
+      const size_t middle = low + (high - low) / 2;
+      if (at_or_before(middle)) {
+        low = middle + 1;
+      } else {
+        high = middle;
+      }
+    }
+    if (low == 0) return nullptr;
+    hint = low - 1;
+    return &line_of(list[low - 1]);
+  }
+  // Where the last lookups in text_lines, text_end_lines and comment_lines ended.
+  mutable size_t lookup_hints[3] = {0, 0, 0};
 };
