@@ -49,10 +49,32 @@ bool holds_begin_document(const char* from, const char* to) {
 
 }  // namespace
 
+void LineStarts::reset(size_t expected_lines) {
+  low.clear();
+  low.reserve(expected_lines);
+  steps.clear();
+}
+
+void LineStarts::push(const size_t* offsets, size_t count) {
+  if (count == 0) return;
+  // Below the next 4 GiB step, as nearly always, the offsets go in as they are, in one
+  // block.
+  if (offsets[count - 1] >> 32 == steps.size()) {
+    const size_t old_size = low.size();
+    low.resize(old_size + count);
+    for (size_t i = 0; i < count; ++i) low[old_size + i] = static_cast<uint32_t>(offsets[i]);
+    return;
+  }
+  for (size_t i = 0; i < count; ++i) {
+    while (offsets[i] >> 32 > steps.size()) steps.push_back(low.size());
+    low.push_back(static_cast<uint32_t>(offsets[i]));
+  }
+}
+
 void LINE_INDEX::clear(int shift) {
   lines = 0;
   stride_shift = shift;
-  kept_starts.clear();
+  kept_starts.reset(0);
   end_of_lines = 0;
   for (Cursor& cursor : cursors) cursor = Cursor();
   no_line_end = false;
@@ -87,8 +109,7 @@ bool LINE_INDEX::cut_at_crs(std::string_view text_to_cut, bool quick) {
                 holds_begin_document(limit, text_end))) {
     return false;
   }
-  kept_starts.reserve(std::min<size_t>(kMaxLines, static_cast<size_t>(limit - start)) / kStride +
-                      1);
+  kept_starts.reset(std::min<size_t>(kMaxLines, static_cast<size_t>(limit - start)) / kStride + 1);
   keep_start(start);
   const char* after_last_cr = cut_lines(start, limit, quick);
   if (!after_last_cr) return false;

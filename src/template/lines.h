@@ -18,6 +18,29 @@ class Output;
 // (direction 0) or backward (1); nullptr when there is none or the direction is neither.
 const char* strpos(const char* text, long long length, const char* pattern, int direction);
 
+// Where lines of a text start, 4 bytes a line: offsets from the text's beginning, with the
+// lines from which on another 4 GiB is to be added kept aside (none below 4 GiB).
+class LineStarts {
+ public:
+  void reset(size_t expected_lines);
+  // count offsets, ascending and not below the last one pushed.
+  void push(const size_t* offsets, size_t count);
+  size_t operator[](size_t index) const {
+    size_t high = 0;
+    if (!steps.empty()) {
+      high =
+          static_cast<size_t>(std::upper_bound(steps.begin(), steps.end(), index) - steps.begin());
+    }
+    return (high << 32) + low[index];
+  }
+  size_t size() const { return low.size(); }
+  bool empty() const { return low.empty(); }
+
+ private:
+  std::vector<uint32_t> low;
+  std::vector<size_t> steps;  // ascending line indexes, one for each 4 GiB
+};
+
 // Where the bytes of 64 bytes of a text that its cut looks at stand: bit i is set where
 // byte i is one. Most blocks are plain, holding no NUL, no '%' that may begin "%%", "%A" or
 // "%AI5_", and no "To" or "TO" (which may end in the next block): in those only the line ends
@@ -123,7 +146,8 @@ class LINE_INDEX {
     bool nul = false;
   };
   void keep_start(const char* start) {
-    kept_starts.push_back(static_cast<size_t>(start - text.data()));
+    const size_t offset = static_cast<size_t>(start - text.data());
+    kept_starts.push(&offset, 1);
   }
   void note_kept_line(int index, const char* start, const char* end);
   void note_line(int index, const char* start, const char* end, LineMarks marks);
@@ -140,8 +164,8 @@ class LINE_INDEX {
   static constexpr int kStride = 1 << kStrideShift;
   int stride_shift = 0;
   bool sparse() const { return stride_shift != 0; }
-  std::vector<size_t> kept_starts;  // offsets in text of every (1 << stride_shift)-th line
-  size_t end_of_lines = 0;          // where the line after the last would start
+  LineStarts kept_starts;   // of every (1 << stride_shift)-th line
+  size_t end_of_lines = 0;  // where the line after the last would start
   // The last lines found by a search or looked up, where they start and, when known, where
   // the line after them does: a text object's first and last lines are found, then asked for
   // several times.

@@ -8,6 +8,26 @@
 #include "support/error.h"
 #include "support/output.h"
 
+// Offsets past 4 GiB, as in a template that large: in batches, one at a time, and with a line
+// longer than 4 GiB.
+TEST(LineStartsTest, OffsetsPastFourGiB) {
+  const size_t gib4 = size_t{1} << 32;
+  const std::vector<size_t> offsets = {0,        10,           gib4 - 1,     gib4,        gib4 + 5,
+                                       3 * gib4, 3 * gib4 + 1, 7 * gib4 + 2, 7 * gib4 + 3};
+  LineStarts batch;
+  batch.reset(2);
+  batch.push(offsets.data(), 2);
+  batch.push(offsets.data() + 2, offsets.size() - 2);
+  LineStarts single;
+  single.reset(0);
+  for (size_t offset : offsets) single.push(&offset, 1);
+  ASSERT_EQ(offsets.size(), batch.size());
+  for (size_t i = 0; i < offsets.size(); ++i) {
+    EXPECT_EQ(offsets[i], batch[i]) << i;
+    EXPECT_EQ(offsets[i], single[i]) << i;
+  }
+}
+
 namespace {
 
 // Lines as the byte-by-byte definition gives them, each up to its CR: from "%!PS-Adobe"
