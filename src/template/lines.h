@@ -60,6 +60,9 @@ struct LINE_BLOCK {
 void scan_blocks16(const char* blocks, size_t count, LINE_BLOCK* found);
 bool can_scan_blocks32();
 void scan_blocks32(const char* blocks, size_t count, LINE_BLOCK* found);
+// The same 64 bytes at a time, where the CPU has AVX-512 (BW).
+bool can_scan_blocks64();
+void scan_blocks64(const char* blocks, size_t count, LINE_BLOCK* found);
 #endif
 
 class LINE_INDEX {

@@ -152,6 +152,7 @@ TEST(LinesTest, BlockScansMatchTheDefinition) {
       const char next = block[i + 1];
       if (c == '\r') {
         expected.crs |= uint64_t{1} << i;
+        ++expected.cr_count;
         expected.crlf = expected.crlf || next == '\n';
       }
       if (c == '%' || c == '\0') expected.others |= uint64_t{1} << i;
@@ -166,10 +167,15 @@ TEST(LinesTest, BlockScansMatchTheDefinition) {
     scan_blocks16(block.data(), 1, &scans[0]);
     if (can_scan_blocks32()) {
       scans.emplace_back();
-      scan_blocks32(block.data(), 1, &scans[1]);
+      scan_blocks32(block.data(), 1, &scans.back());
+    }
+    if (can_scan_blocks64()) {
+      scans.emplace_back();
+      scan_blocks64(block.data(), 1, &scans.back());
     }
     for (const LINE_BLOCK& scan : scans) {
       ASSERT_EQ(expected.crs, scan.crs) << round;
+      ASSERT_EQ(expected.cr_count, scan.cr_count) << round;
       ASSERT_EQ(expected.crlf, scan.crlf) << round;
       ASSERT_EQ(expected.plain, scan.plain) << round;
       ASSERT_EQ(expected.others, scan.others) << round;
