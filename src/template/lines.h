@@ -1,7 +1,8 @@
 // The line index of a template's text, cut in one pass: how many lines it has, where some of
 // them start, and the few lines that structure searches look for (comment lines, the starts
 // and ends of text objects, lines holding a NUL) kept aside. The text is never changed: lines
-// are views into it, and it must outlive the index.
+// are views into it, and it must outlive the index. Lookups remember where they found lines,
+// so an index serves one thread at a time.
 #pragma once
 
 #include <algorithm>
