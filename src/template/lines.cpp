@@ -520,15 +520,22 @@ std::string_view LINE_INDEX::line(int index) const {
                    std::binary_search(nul_lines.begin(), nul_lines.end(), index));
 }
 
-// The lines from first on, before last_end, that end in a CR alone and hold no NUL: their
-// bytes in the template, CRs included, are what printing writes.
+// The lines from line first on (which starts at *start), before last_end, that end in a CR
+// alone and hold no NUL: their bytes in the template, CRs included, are what printing
+// writes. *start receives where the line after them starts.
 int LINE_INDEX::printed_as_read_until(int first, int last_end,
-                                      std::vector<int>::const_iterator next_nul_line) const {
+                                      std::vector<int>::const_iterator next_nul_line,
+                                      const char** start) const {
   if (no_line_end) return first;
-  int end = next_nul_line != nul_lines.end() ? std::min(*next_nul_line, last_end) : last_end;
-  if (!crlf_seen) return end;
+  const int end = next_nul_line != nul_lines.end() ? std::min(*next_nul_line, last_end) : last_end;
+  if (!crlf_seen) {
+    if (end > first) *start = line_start(end);
+    return end;
+  }
   for (int i = first; i < end; ++i) {
-    if (line_start(i + 1)[-1] != '\r') return i;
+    const char* next = start_after(i, *start);
+    if (next[-1] != '\r') return i;
+    *start = next;
   }
   return end;
 }
@@ -541,16 +548,20 @@ void LINE_INDEX::print_lines(int first, int last, Output& out) const {
     return;
   }
   auto nul = std::lower_bound(nul_lines.begin(), nul_lines.end(), first);
+  const char* start = line_start(first);
   for (int i = first; i <= last;) {
-    const int end = printed_as_read_until(i, last + 1, nul);
+    const char* from = start;
+    const int end = printed_as_read_until(i, last + 1, nul, &start);
     if (end > i) {
-      const char* from = line_start(i);
-      out.write_kept(std::string_view(from, static_cast<size_t>(line_start(end) - from)));
+      out.write_kept(std::string_view(from, static_cast<size_t>(start - from)));
       i = end;
       continue;
     }
-    out.line(line(i));
-    if (nul != nul_lines.end() && *nul == i) ++nul;
+    const bool holds_nul = nul != nul_lines.end() && *nul == i;
+    if (holds_nul) ++nul;
+    const char* next = start_after(i, start);
+    out.line(line_text(start, next, holds_nul));
+    start = next;
     ++i;
   }
 }

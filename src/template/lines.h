@@ -155,8 +155,8 @@ class LINE_INDEX {
   }
   void note_kept_line(int index, const char* start, const char* end);
   void note_line(int index, const char* start, const char* end, LineMarks marks);
-  int printed_as_read_until(int first, int last_end,
-                            std::vector<int>::const_iterator next_nul_line) const;
+  int printed_as_read_until(int first, int last_end, std::vector<int>::const_iterator next_nul_line,
+                            const char** start) const;
 
   std::string_view text;
   int lines = 0;

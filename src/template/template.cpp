@@ -85,16 +85,26 @@ void TEMPLATE::print_lines(int first, int last, Output& out) const {
     return;
   }
   auto found = printed->find(first);
-  if (found == printed->end() || found->second.first != last) {
-    Output converted;
-    lines.print_lines(first, last, converted);
-    found =
-        printed->insert_or_assign(first, std::make_pair(last, std::string(converted.text()))).first;
+  if (found == printed->end() || found->second.last != last) {
+    found = printed->insert_or_assign(first, printed_range(first, last)).first;
   }
-  out.write_kept(found->second.second);
+  const PRINTED_RANGE& range = found->second;
+  out.write_kept(range.converted ? std::string_view(*range.converted)
+                                 : text.substr(range.from, range.length));
+}
+
+// A range that prints as read is written from the template's bytes, the others from a copy
+// with their line ends converted.
+TEMPLATE::PRINTED_RANGE TEMPLATE::printed_range(int first, int last) const {
+  Output converted;
+  lines.print_lines(first, last, converted);
+  const std::string_view as_read = lines.bytes_of_lines(first, last);
+  if (converted.text() == as_read) {
+    return {last, static_cast<size_t>(as_read.data() - text.data()), as_read.size(), nullptr};
+  }
+  return {last, 0, 0, std::make_unique<std::string>(converted.text())};
 }
 
 void TEMPLATE::remember_printed_lines() {
-  if (lines.prints_as_read()) return;
   printed = std::make_unique<PRINTED>();
 }

@@ -51,8 +51,8 @@ class TEMPLATE {
   // by its own line end).
   void print_lines(int first, int last, Output& out) const;
   // For a batch, which prints the same template many times: from now on each range of lines
-  // is converted (CR LF to CR) once, and written by reference after that. A template whose
-  // lines print as read needs no copies.
+  // is found (and converted, CR LF to CR) once, and written by reference after that. Ranges
+  // that print as read need no copies.
   void remember_printed_lines();
 
   // Index of the first line in [from, to] that begins with comment (or equals it, when
@@ -96,7 +96,15 @@ class TEMPLATE {
   FileBytes source_bytes{std::string()};  // the file as read, once something was cut out
   std::vector<CUT> cuts;
   LINE_INDEX lines;
-  // The printed ranges by first line: their last line and their bytes.
-  using PRINTED = std::unordered_map<int, std::pair<int, std::string>>;
+  // The printed ranges by first line: their last line, and their bytes in the text or in a
+  // converted copy.
+  struct PRINTED_RANGE {
+    int last;
+    size_t from;
+    size_t length;
+    std::unique_ptr<std::string> converted;
+  };
+  PRINTED_RANGE printed_range(int first, int last) const;
+  using PRINTED = std::unordered_map<int, PRINTED_RANGE>;
   std::unique_ptr<PRINTED> printed;
 };
