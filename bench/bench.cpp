@@ -410,7 +410,7 @@ void print_targets(const Suite& suite) {
   if (const Row* row = suite.find("text-dense")) {
     std::printf("  text-dense      texts/s %10.0f  (>= %.0f)  %s\n", row->items_per_second(),
                 kTextsPerSecondMin, verdict(row->items_per_second() >= kTextsPerSecondMin));
-    std::printf("  text-dense      x sed   %10.2f  (<= %.0f)       %s\n", row->sed_ratio(),
+    std::printf("  text-dense      x sed   %10.2f  (<= %.1f)     %s\n", row->sed_ratio(),
                 kTextDenseMaxSedRatio, verdict(row->sed_ratio() <= kTextDenseMaxSedRatio));
   }
   // Four tables make four passes over the texts: shown beside the targets, not held to them.

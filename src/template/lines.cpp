@@ -514,10 +514,12 @@ const char* LINE_INDEX::past_crs(const char* start, int count) const {
   return start;
 }
 
+// Lines are often read one after the other: where the next one starts is remembered.
 std::string_view LINE_INDEX::line(int index) const {
   const char* start = line_start(index);
-  return line_text(start, start_after(index, start),
-                   std::binary_search(nul_lines.begin(), nul_lines.end(), index));
+  const char* next = start_after(index, start);
+  if (sparse()) remember(index, start, next);
+  return line_text(start, next, std::binary_search(nul_lines.begin(), nul_lines.end(), index));
 }
 
 // The lines from line first on (which starts at *start), before last_end, that end in a CR
