@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "support/escapes.h"
+#include "support/lazy_library.h"
 
 namespace {
 
@@ -30,8 +31,21 @@ constexpr BARCODE_KIND kKinds[] = {
     {"datamatrix", BARCODE_DATAMATRIX, 0, 0, 0.5, 0.255},
 };
 
+// libzint's functions, resolved when the first barcode is made.
+struct LIBZINT {
+  LAZY_LIBRARY library{ORMEL_ZINT_SONAME, ORMEL_ZINT_PACKAGE};
+  LAZY_FUNCTION(library, ZBarcode_Create);
+  LAZY_FUNCTION(library, ZBarcode_Delete);
+  LAZY_FUNCTION(library, ZBarcode_Encode_and_Buffer_Vector);
+};
+
+const LIBZINT& libzint() {
+  static const LIBZINT functions;
+  return functions;
+}
+
 struct SYMBOL_DELETE {
-  void operator()(zint_symbol* symbol) const { ZBarcode_Delete(symbol); }
+  void operator()(zint_symbol* symbol) const { libzint().ZBarcode_Delete(symbol); }
 };
 using SYMBOL = std::unique_ptr<zint_symbol, SYMBOL_DELETE>;
 
@@ -209,13 +223,13 @@ std::optional<BARCODE_ART> encode_barcode(const BARCODE_KIND& kind, std::string_
     return std::nullopt;
   }
   if (!check_digits(kind, data, why)) return std::nullopt;
-  const SYMBOL symbol(ZBarcode_Create());
+  const SYMBOL symbol(libzint().ZBarcode_Create());
   if (!symbol) {
     why = "out of memory";
     return std::nullopt;
   }
   configure(*symbol, kind, data);
-  const int status = ZBarcode_Encode_and_Buffer_Vector(
+  const int status = libzint().ZBarcode_Encode_and_Buffer_Vector(
       symbol.get(), reinterpret_cast<const unsigned char*>(data.data()),
       static_cast<int>(data.size()), 0);
   if (status != 0 || !symbol->vector) {

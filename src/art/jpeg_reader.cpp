@@ -10,10 +10,28 @@
 #include <csetjmp>
 #include <cstdint>
 
+#include "support/lazy_library.h"
+
 namespace {
 
 constexpr int kInchesUnit = 2;  // TIFF's ResolutionUnit: 2 inch, 3 centimetre
 constexpr double kCmPerInch = 2.54;
+
+// libjpeg's functions, resolved when the first JPEG is read.
+struct LIBJPEG {
+  LAZY_LIBRARY library{ORMEL_JPEG_SONAME, ORMEL_JPEG_PACKAGE};
+  LAZY_FUNCTION(library, jpeg_std_error);
+  LAZY_FUNCTION(library, jpeg_CreateDecompress);
+  LAZY_FUNCTION(library, jpeg_destroy_decompress);
+  LAZY_FUNCTION(library, jpeg_mem_src);
+  LAZY_FUNCTION(library, jpeg_save_markers);
+  LAZY_FUNCTION(library, jpeg_read_header);
+};
+
+const LIBJPEG& libjpeg() {
+  static const LIBJPEG functions;
+  return functions;
+}
 
 // libjpeg ends on an error by calling error_exit, which must not return: it jumps back to
 // read_jpeg_header with the message, across libjpeg's own frames only.
@@ -99,20 +117,22 @@ bool exif_resolution(std::string_view tiff, double& dpi_x, double& dpi_y) {
 std::optional<JPEG_HEADER> read_jpeg_header(std::string_view bytes, std::string& why) {
   jpeg_decompress_struct info;
   ERROR_MANAGER errors;
-  info.err = jpeg_std_error(&errors.base);
+  const LIBJPEG& jpeg = libjpeg();
+  info.err = jpeg.jpeg_std_error(&errors.base);
   errors.base.error_exit = error_exit;
   // Warnings (data cut short) would go to standard error; the DCT filter meets them later.
   errors.base.output_message = [](j_common_ptr) {};
-  jpeg_create_decompress(&info);
+  // What jpeg_create_decompress stands for: the version and size the caller was built with.
+  jpeg.jpeg_CreateDecompress(&info, JPEG_LIB_VERSION, sizeof(jpeg_decompress_struct));
   if (setjmp(errors.back)) {
     why = std::string("libjpeg: ") + errors.message;
-    jpeg_destroy_decompress(&info);
+    jpeg.jpeg_destroy_decompress(&info);
     return std::nullopt;
   }
-  jpeg_mem_src(&info, reinterpret_cast<const unsigned char*>(bytes.data()),
-               static_cast<unsigned long>(bytes.size()));
-  jpeg_save_markers(&info, JPEG_APP0 + 1, 0xFFFF);
-  jpeg_read_header(&info, TRUE);
+  jpeg.jpeg_mem_src(&info, reinterpret_cast<const unsigned char*>(bytes.data()),
+                    static_cast<unsigned long>(bytes.size()));
+  jpeg.jpeg_save_markers(&info, JPEG_APP0 + 1, 0xFFFF);
+  jpeg.jpeg_read_header(&info, TRUE);
   JPEG_HEADER header;
   header.width = static_cast<int>(info.image_width);
   header.height = static_cast<int>(info.image_height);
@@ -121,7 +141,7 @@ std::optional<JPEG_HEADER> read_jpeg_header(std::string_view bytes, std::string&
   const bool eight_bits = info.data_precision == 8;
   jfif_resolution(info, header);
   if (header.dpi_x == 0) read_exif(info, header);
-  jpeg_destroy_decompress(&info);
+  jpeg.jpeg_destroy_decompress(&info);
   // PostScript's DCT filter reads eight-bit samples only.
   if (!eight_bits) {
     why = "a JPEG of twelve-bit samples";

@@ -8,9 +8,34 @@
 #include <memory>
 #include <vector>
 
+#include "support/lazy_library.h"
+
 namespace {
 
 constexpr double kCmPerInch = 2.54;
+
+// libtiff's functions, resolved when the first TIFF is read.
+struct LIBTIFF {
+  LAZY_LIBRARY library{ORMEL_TIFF_SONAME, ORMEL_TIFF_PACKAGE};
+  LAZY_FUNCTION(library, TIFFOpenOptionsAlloc);
+  LAZY_FUNCTION(library, TIFFOpenOptionsFree);
+  LAZY_FUNCTION(library, TIFFOpenOptionsSetErrorHandlerExtR);
+  LAZY_FUNCTION(library, TIFFOpenOptionsSetWarningHandlerExtR);
+  LAZY_FUNCTION(library, TIFFOpenOptionsSetMaxSingleMemAlloc);
+  LAZY_FUNCTION(library, TIFFClientOpenExt);
+  LAZY_FUNCTION(library, TIFFClose);
+  LAZY_FUNCTION(library, TIFFGetField);
+  LAZY_FUNCTION(library, TIFFGetFieldDefaulted);
+  LAZY_FUNCTION(library, TIFFIsTiled);
+  LAZY_FUNCTION(library, TIFFScanlineSize);
+  LAZY_FUNCTION(library, TIFFReadScanline);
+  LAZY_FUNCTION(library, TIFFReadRGBAImageOriented);
+};
+
+const LIBTIFF& libtiff() {
+  static const LIBTIFF functions;
+  return functions;
+}
 
 // The file's bytes as libtiff's client reads them.
 struct MEMORY_FILE {
@@ -64,16 +89,18 @@ int ignore_warning(TIFF*, void*, const char*, const char*, va_list) {
 }
 
 struct TIFF_CLOSE {
-  void operator()(TIFF* tiff) const { TIFFClose(tiff); }
+  void operator()(TIFF* tiff) const { libtiff().TIFFClose(tiff); }
 };
 
 void read_resolution(TIFF* tiff, RASTER& raster) {
+  const LIBTIFF& lib = libtiff();
   float x = 0;
   float y = 0;
   uint16_t unit = RESUNIT_INCH;
-  if (!TIFFGetField(tiff, TIFFTAG_XRESOLUTION, &x) || !TIFFGetField(tiff, TIFFTAG_YRESOLUTION, &y))
+  if (!lib.TIFFGetField(tiff, TIFFTAG_XRESOLUTION, &x) ||
+      !lib.TIFFGetField(tiff, TIFFTAG_YRESOLUTION, &y))
     return;
-  TIFFGetFieldDefaulted(tiff, TIFFTAG_RESOLUTIONUNIT, &unit);
+  lib.TIFFGetFieldDefaulted(tiff, TIFFTAG_RESOLUTIONUNIT, &unit);
   if (x <= 0 || y <= 0 || unit == RESUNIT_NONE) return;
   const double per_inch = unit == RESUNIT_CENTIMETER ? kCmPerInch : 1.0;
   raster.dpi_x = x * per_inch;
@@ -85,10 +112,10 @@ bool read_cmyk(TIFF* tiff, RASTER& raster) {
   raster.components = 4;
   const size_t row = static_cast<size_t>(raster.width) * 4;
   raster.samples.resize(row * static_cast<size_t>(raster.height));
-  if (static_cast<size_t>(TIFFScanlineSize(tiff)) != row) return false;
+  if (static_cast<size_t>(libtiff().TIFFScanlineSize(tiff)) != row) return false;
   for (int y = 0; y < raster.height; ++y) {
-    if (TIFFReadScanline(tiff, &raster.samples[row * static_cast<size_t>(y)],
-                         static_cast<uint32_t>(y), 0) < 0)
+    if (libtiff().TIFFReadScanline(tiff, &raster.samples[row * static_cast<size_t>(y)],
+                                   static_cast<uint32_t>(y), 0) < 0)
       return false;
   }
   return true;
@@ -98,13 +125,13 @@ bool read_cmyk(TIFF* tiff, RASTER& raster) {
 bool read_rgba(TIFF* tiff, RASTER& raster, bool gray) {
   const size_t pixels = static_cast<size_t>(raster.width) * static_cast<size_t>(raster.height);
   std::vector<uint32_t> rgba(pixels);
-  if (!TIFFReadRGBAImageOriented(tiff, static_cast<uint32_t>(raster.width),
-                                 static_cast<uint32_t>(raster.height), rgba.data(),
-                                 ORIENTATION_TOPLEFT, 0))
+  if (!libtiff().TIFFReadRGBAImageOriented(tiff, static_cast<uint32_t>(raster.width),
+                                           static_cast<uint32_t>(raster.height), rgba.data(),
+                                           ORIENTATION_TOPLEFT, 0))
     return false;
   uint16_t extra = 0;
   uint16_t* kinds = nullptr;
-  TIFFGetFieldDefaulted(tiff, TIFFTAG_EXTRASAMPLES, &extra, &kinds);
+  libtiff().TIFFGetFieldDefaulted(tiff, TIFFTAG_EXTRASAMPLES, &extra, &kinds);
   const bool premultiplied = extra > 0 && kinds[0] == EXTRASAMPLE_ASSOCALPHA;
   raster.components = gray ? 1 : 3;
   raster.samples.resize(pixels * static_cast<size_t>(raster.components));
@@ -128,16 +155,17 @@ bool is_tiff(std::string_view bytes) {
 }
 
 std::optional<RASTER> read_tiff(std::string_view bytes, std::string& why) {
+  const LIBTIFF& lib = libtiff();
   MEMORY_FILE file{bytes};
-  const std::unique_ptr<TIFFOpenOptions, void (*)(TIFFOpenOptions*)> options(TIFFOpenOptionsAlloc(),
-                                                                             TIFFOpenOptionsFree);
-  TIFFOpenOptionsSetErrorHandlerExtR(options.get(), keep_error, &why);
-  TIFFOpenOptionsSetWarningHandlerExtR(options.get(), ignore_warning, nullptr);
+  const std::unique_ptr<TIFFOpenOptions, void (*)(TIFFOpenOptions*)> options(
+      lib.TIFFOpenOptionsAlloc(), lib.TIFFOpenOptionsFree);
+  lib.TIFFOpenOptionsSetErrorHandlerExtR(options.get(), keep_error, &why);
+  lib.TIFFOpenOptionsSetWarningHandlerExtR(options.get(), ignore_warning, nullptr);
   // No single buffer larger than the biggest image's pixels: a short file cannot claim more.
-  TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), kMaxPixels * 4);
+  lib.TIFFOpenOptionsSetMaxSingleMemAlloc(options.get(), kMaxPixels * 4);
   const std::unique_ptr<TIFF, TIFF_CLOSE> tiff(
-      TIFFClientOpenExt("image", "rm", &file, read_proc, write_proc, seek_proc, close_proc,
-                        size_proc, map_proc, unmap_proc, options.get()));
+      lib.TIFFClientOpenExt("image", "rm", &file, read_proc, write_proc, seek_proc, close_proc,
+                            size_proc, map_proc, unmap_proc, options.get()));
   if (!tiff) {
     if (why.empty()) why = "libtiff: cannot open";
     return std::nullopt;
@@ -147,11 +175,11 @@ std::optional<RASTER> read_tiff(std::string_view bytes, std::string& why) {
   uint16_t photometric = 0;
   uint16_t bits = 0;
   uint16_t planar = PLANARCONFIG_CONTIG;
-  TIFFGetField(tiff.get(), TIFFTAG_IMAGEWIDTH, &width);
-  TIFFGetField(tiff.get(), TIFFTAG_IMAGELENGTH, &height);
-  TIFFGetField(tiff.get(), TIFFTAG_PHOTOMETRIC, &photometric);
-  TIFFGetFieldDefaulted(tiff.get(), TIFFTAG_BITSPERSAMPLE, &bits);
-  TIFFGetFieldDefaulted(tiff.get(), TIFFTAG_PLANARCONFIG, &planar);
+  lib.TIFFGetField(tiff.get(), TIFFTAG_IMAGEWIDTH, &width);
+  lib.TIFFGetField(tiff.get(), TIFFTAG_IMAGELENGTH, &height);
+  lib.TIFFGetField(tiff.get(), TIFFTAG_PHOTOMETRIC, &photometric);
+  lib.TIFFGetFieldDefaulted(tiff.get(), TIFFTAG_BITSPERSAMPLE, &bits);
+  lib.TIFFGetFieldDefaulted(tiff.get(), TIFFTAG_PLANARCONFIG, &planar);
   if (width == 0 || height == 0 || static_cast<long long>(width) * height > kMaxPixels) {
     why = width == 0 || height == 0 ? "no pixels" : "too many pixels";
     return std::nullopt;
@@ -161,7 +189,7 @@ std::optional<RASTER> read_tiff(std::string_view bytes, std::string& why) {
   raster.height = static_cast<int>(height);
   read_resolution(tiff.get(), raster);
   const bool cmyk = photometric == PHOTOMETRIC_SEPARATED && bits == 8 &&
-                    planar == PLANARCONFIG_CONTIG && !TIFFIsTiled(tiff.get());
+                    planar == PLANARCONFIG_CONTIG && !lib.TIFFIsTiled(tiff.get());
   const bool gray = photometric == PHOTOMETRIC_MINISBLACK || photometric == PHOTOMETRIC_MINISWHITE;
   const bool read = cmyk ? read_cmyk(tiff.get(), raster) : read_rgba(tiff.get(), raster, gray);
   if (!read) {
