@@ -142,8 +142,15 @@ class Bench {
     write_file(dir_ + "/label.ai", label_template());
     std::printf("photo: %zu bytes (%d x %d pixels); logo.eps: the same size\n", jpeg.size(), side,
                 side);
+    write_tables(options_.documents, "");
+    write_tables(100, "-100");
+  }
+
+  // The tables of count labels, every file name ending with suffix: a batch makes as many
+  // documents as its longest table has rows, so all of them are cut to the same length.
+  void write_tables(int count, const std::string& suffix) {
     std::string names, codes, photos, logos, bars;
-    for (int i = 1; i <= options_.documents; ++i) {
+    for (int i = 1; i <= count; ++i) {
       char code[32];
       std::snprintf(code, sizeof code, "400638%06d", i);
       names += "Product " + std::to_string(i) + "\n";
@@ -152,25 +159,24 @@ class Bench {
       logos += "logo.eps\n";
       bars += "bars.eps\n";
     }
-    write_file(dir_ + "/names.txt", names);
-    write_file(dir_ + "/codes.txt", codes);
-    write_file(dir_ + "/photos.txt", photos);
-    write_file(dir_ + "/logos.txt", logos);
-    write_file(dir_ + "/bars.txt", bars);
-    write_file(dir_ + "/names-100.txt", names.substr(0, names.find("Product 101\n")));
+    write_file(dir_ + "/names" + suffix + ".txt", names);
+    write_file(dir_ + "/codes" + suffix + ".txt", codes);
+    write_file(dir_ + "/photos" + suffix + ".txt", photos);
+    write_file(dir_ + "/logos" + suffix + ".txt", logos);
+    write_file(dir_ + "/bars" + suffix + ".txt", bars);
   }
 
   void run() {
     std::vector<double> art_s, eps_s;
     long art_rss = 0, small_rss = 0, eps_rss = 0;
     for (int run = 0; run < options_.runs; ++run) {
-      const ChildRun art = batch(true, "names.txt");
+      const ChildRun art = batch(true, "");
       art_s.push_back(art.seconds);
       art_rss = std::max(art_rss, art.max_rss_kib);
-      const ChildRun eps = batch(false, "names.txt");
+      const ChildRun eps = batch(false, "");
       eps_s.push_back(eps.seconds);
       eps_rss = std::max(eps_rss, eps.max_rss_kib);
-      small_rss = std::max(small_rss, batch(true, "names-100.txt").max_rss_kib);
+      small_rss = std::max(small_rss, batch(true, "-100").max_rss_kib);
     }
     const double a = median(art_s), e = median(eps_s), docs = options_.documents;
     std::printf("%d labels, -keep, median of %d runs:\n", options_.documents, options_.runs);
@@ -190,16 +196,21 @@ class Bench {
  private:
   // One batch into a fresh folder: with generated art (an EAN-13 from codes.txt, the JPEG),
   // or with EPS files in the same frames.
-  ChildRun batch(bool generated, const std::string& names) {
+  ChildRun batch(bool generated, const std::string& tables) {
     const std::string folder = dir_ + "/labels";
     fs::remove_all(folder);
     fs::create_directories(folder);
     std::vector<std::string> argv = {options_.ormel, "-keep", "-home=" + dir_ + "/", "-each=1",
                                      "-out=" + folder + "/label-####.ai"};
     if (generated) argv.push_back("-barcode=EAN:ean13");
-    argv.insert(argv.end(), {dir_ + "/label.ai", "LB=" + dir_ + "/" + names,
-                             "EPS-EAN=" + dir_ + (generated ? "/codes.txt" : "/bars.txt"),
-                             "EPS-PH=" + dir_ + (generated ? "/photos.txt" : "/logos.txt")});
+    const std::string table = dir_ + "/%s" + tables + ".txt";
+    auto named = [&table](const char* name) {
+      std::string path = table;
+      return path.replace(path.find("%s"), 2, name);
+    };
+    argv.insert(argv.end(), {dir_ + "/label.ai", "LB=" + named("names"),
+                             "EPS-EAN=" + named(generated ? "codes" : "bars"),
+                             "EPS-PH=" + named(generated ? "photos" : "logos")});
     ChildRun run = run_child(argv, "/dev/null", dir_ + "/err.txt");
     if (run.wait_status != 0) {
       throw std::runtime_error("the batch failed: " + read_file(dir_ + "/err.txt"));
