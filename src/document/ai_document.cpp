@@ -13,6 +13,9 @@ REPLACEABLES AI_DOCUMENT::analyze_doc(POINT_TEXT_READER& reader) {
   script = std::make_unique<AI_SCRIPT>();
   script->setup(*tpl, reader);
   REPLACEABLES objects;
+  size_t count = 0;
+  for (int i = 0; i < script->layer_count(); ++i) count += script->layer(i).replaceable_count();
+  objects.reserve(count);
   for (int i = 0; i < script->layer_count(); ++i) script->layer(i).list(i + 1, objects);
   return objects;
 }

@@ -3,6 +3,7 @@
 // place of its own lines.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -27,11 +28,14 @@ class AI_LAYER : public LINE_RANGE {
   // layer comments, for "-keep".
   void setup_unmarked(const TEMPLATE& tpl, int first, int last, POINT_TEXT_READER& reader);
   void print_new(const TEMPLATE& tpl, Output& out) const;
+  // How many objects list adds.
+  size_t replaceable_count() const;
   // Adds the layer's replaceable objects to objects: its texts, then its placed art.
   void list(int number, REPLACEABLES& objects);
 
  private:
   void setup_text(const TEMPLATE& tpl, POINT_TEXT_READER& reader);
+  size_t count_text_lines(const TEMPLATE& tpl) const;
   void setup_placed_art(const TEMPLATE& tpl);
 
   // By value: a layer may hold a hundred thousand texts, most of them a few lines each.
