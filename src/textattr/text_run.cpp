@@ -100,8 +100,8 @@ void AI_TxTX::drop(TEXT_OP op) {
 
 void AI_TxTX::print(Output& out) const {
   const double* values = operands.data();
-  for (int i = 0; i < kStyleOperatorCount; ++i) {
-    if (!(present & (uint32_t{1} << i))) continue;
+  for (uint32_t left = present; left != 0; left &= left - 1) {
+    const int i = __builtin_ctz(left);
     const STYLE_OPERATOR& style = kStyleOperators[i];
     const auto count = static_cast<size_t>(style.operands);
     if (i == style_index(TEXT_OP::Tf)) {
