@@ -2,7 +2,7 @@
 // each text operator is filed into the model with the words read since the operator
 // before (at most kStackBound of them). The default reading gives it the words of the
 // lines; "-keep" gives it PostScript tokens. A run keeps one reader for all its texts, so
-// that the stack's ring, the model a text is read into and the room for joined strings are
+// that the stack's room, the model a text is read into and the room for joined strings are
 // made once.
 #pragma once
 
