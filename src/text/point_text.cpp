@@ -36,7 +36,7 @@ AI_POINT_TEXT::AI_POINT_TEXT(const AI_POINT_TEXT& parsed, std::pmr::memory_resou
       Tv(parsed.Tv),
       attributes(parsed.attributes),
       TxTX(memory),
-      TxTX_index(parsed.TxTX_index),
+      run_open(parsed.run_open),
       TP_mark(parsed.TP_mark),
       decoded(parsed.decoded) {
   TxTX.reserve(parsed.TxTX.size());
@@ -48,7 +48,7 @@ void AI_POINT_TEXT::clear() {
   Tv.reset();
   attributes = AI_ATTRIBUTES();
   TxTX.clear();
-  TxTX_index = 0;
+  run_open = false;
   TP_mark = false;
   decoded = false;
 }
@@ -83,9 +83,9 @@ void AI_POINT_TEXT::setup(TEXT_OP op, const STACK& stack) {
 
 // Style operators gather into the run being filled; its Tx or TX string closes it.
 void AI_POINT_TEXT::setupTxTX(TEXT_OP op, const STACK& stack) {
-  if (TxTX_index == TxTX.size()) TxTX.emplace_back(TxTX.get_allocator().resource());
+  if (!run_open) TxTX.emplace_back(TxTX.get_allocator().resource());
   TxTX.back().setup(op, stack);
-  if (op == TEXT_OP::Tx || op == TEXT_OP::TX) ++TxTX_index;
+  run_open = op != TEXT_OP::Tx && op != TEXT_OP::TX;
 }
 
 void AI_POINT_TEXT::print(Output& out) const {

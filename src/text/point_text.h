@@ -114,7 +114,8 @@ class AI_POINT_TEXT {
   std::optional<OP_Tv> Tv;
   AI_ATTRIBUTES attributes;
   RUNS TxTX;
-  size_t TxTX_index = 0;
+  // Whether the last run still waits for the string that closes it.
+  bool run_open = false;
   bool TP_mark = false;
   bool decoded = false;
   // Whether a cell went in as text (see setup_tabtxt_walk): the placeholders left are then
