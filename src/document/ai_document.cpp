@@ -1,13 +1,18 @@
 #include "document/ai_document.h"
 
+#include <algorithm>
+
 #include "document/layer.h"
 #include "support/output.h"
+#include "text/point_text_reader.h"
 
-AI_DOCUMENT::AI_DOCUMENT(std::unique_ptr<TEMPLATE> text) : tpl(std::move(text)) {}
+AI_DOCUMENT::AI_DOCUMENT(std::unique_ptr<TEMPLATE> text)
+    : tpl(std::move(text)), models(std::max<size_t>(tpl->source().size(), 1), &model_blocks) {}
 
 AI_DOCUMENT::~AI_DOCUMENT() = default;
 
 REPLACEABLES AI_DOCUMENT::analyze_doc(POINT_TEXT_READER& reader) {
+  reader.keep_texts_in(&models);
   prolog = std::make_unique<AI_PROLOG>();
   prolog->setup(*tpl);
   script = std::make_unique<AI_SCRIPT>();

@@ -6,6 +6,7 @@
 // made once.
 #pragma once
 
+#include <memory_resource>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,9 @@ class POINT_TEXT_READER {
 
   POINT_TEXT_READER() : stack(true) {}
 
+  // Where the texts that hold a placeholder are kept (by AI_TEXT_REPLACE::read).
+  void keep_texts_in(std::pmr::memory_resource* memory) { texts_memory = memory; }
+  std::pmr::memory_resource* kept_texts_memory() const { return texts_memory; }
   // Begins a new text; returns the reader's own model, emptied, to read it into.
   AI_POINT_TEXT& start() {
     stack.clear();
@@ -45,6 +49,7 @@ class POINT_TEXT_READER {
   void file(TEXT_OP op, AI_POINT_TEXT& model);
 
   STACK stack;
+  std::pmr::memory_resource* texts_memory = std::pmr::get_default_resource();
   AI_POINT_TEXT parsed;
   std::string joined;
 };

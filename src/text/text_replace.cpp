@@ -25,7 +25,7 @@ IN_RESOURCE<AI_TEXT_REPLACE> AI_TEXT_REPLACE::read(const TEMPLATE& tpl, int firs
   // A text of many runs is taken over as read: a copy would double the largest models to
   // save slack that matters only in the many small ones.
   constexpr size_t kMostRunsCopied = 256;
-  std::pmr::memory_resource* memory = tpl.model_memory();
+  std::pmr::memory_resource* memory = reader.kept_texts_memory();
   auto made = parsed.runs().size() > kMostRunsCopied
                   ? make_in<AI_TEXT_REPLACE>(memory, std::move(parsed))
                   : make_in<AI_TEXT_REPLACE>(memory, parsed, memory);

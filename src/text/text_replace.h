@@ -27,8 +27,8 @@ class AI_TEXT_REPLACE {
   static bool may_hold_placeholder(const TEMPLATE& tpl, int first, int last);
   // Parses the lines first..last-1 (the "TO" line is not read) as the template was read: its
   // words, or for "-keep" its PostScript tokens, remembering where each run's string stands.
-  // A point text that holds a placeholder, and so is to be replaced, is kept in the
-  // template's model memory; any other gives null.
+  // A point text that holds a placeholder, and so is to be replaced, is kept where the
+  // reader keeps texts; any other gives null.
   static IN_RESOURCE<AI_TEXT_REPLACE> read(const TEMPLATE& tpl, int first, int last,
                                            POINT_TEXT_READER& reader);
 
