@@ -12,7 +12,7 @@ namespace {
 // the number of operands each reads and prints: reals as "%f", integers as "%d". Tf also
 // reads a font name before its numbers, and Xu writes its first integer after "%_".
 struct STYLE_OPERATOR {
-  const char* name;
+  std::string_view name;
   int operands;
   bool reals;
 };
