@@ -12,7 +12,7 @@
 #include "text/ai_text.h"
 #include "text/text_replace.h"
 
-AI_LAYER::AI_LAYER() = default;
+AI_LAYER::AI_LAYER(std::pmr::memory_resource* memory) : texts(memory) {}
 AI_LAYER::~AI_LAYER() = default;
 
 void AI_LAYER::setup(const TEMPLATE& tpl, int start, int script_last, int* next,

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <memory_resource>
 #include <string_view>
 #include <vector>
 
@@ -19,7 +20,8 @@ class AI_LAYER : public LINE_RANGE {
   static constexpr int kMaxTexts = 102400;
   static constexpr int kMaxPlacedArts = 1024;
 
-  AI_LAYER();
+  // memory: where the table of texts is kept, with the texts' models.
+  explicit AI_LAYER(std::pmr::memory_resource* memory);
   ~AI_LAYER();
   // start is the "%AI5_BeginLayer" line, script_last the script's last line; next receives
   // the index of the line after the layer.
@@ -38,7 +40,8 @@ class AI_LAYER : public LINE_RANGE {
   size_t count_text_lines(const TEMPLATE& tpl) const;
   void setup_placed_art(const TEMPLATE& tpl);
 
-  // By value: a layer may hold a hundred thousand texts, most of them a few lines each.
-  std::vector<AI_TEXT> texts;
+  // By value, in the memory of the models: a layer may hold a hundred thousand texts, most of
+  // them a few lines each.
+  std::pmr::vector<AI_TEXT> texts;
   std::vector<std::unique_ptr<AI_PLACED_ART>> placed_arts;
 };
