@@ -21,10 +21,6 @@ class AI_TxTX {
       : operands(memory) {}
   // A copy whose operands go to memory and take no more room than they need.
   AI_TxTX(const AI_TxTX& run, std::pmr::memory_resource* memory) : AI_TxTX(memory) { *this = run; }
-  AI_TxTX(const AI_TxTX&) = default;
-  AI_TxTX(AI_TxTX&&) = default;
-  AI_TxTX& operator=(const AI_TxTX&) = default;
-  AI_TxTX& operator=(AI_TxTX&&) = default;
 
   // Files one operator, the newest word of stack. A repeated operator replaces its record;
   // operators that belong to no run are ignored.
