@@ -5,9 +5,11 @@
 #pragma once
 
 #include <memory>
+#include <memory_resource>
 
 #include "document/replaceables.h"
 #include "document/sections.h"
+#include "support/huge_pages.h"
 #include "template/template.h"
 
 class Output;
@@ -33,8 +35,12 @@ class AI_DOCUMENT {
   const AI_PROLOG* get_prolog() const { return prolog.get(); }
 
  private:
-  // Declared first: the models of the tree live in its memory.
   std::unique_ptr<TEMPLATE> tpl;
+  // Where the models of the point texts live, declared before the tree that holds them: a
+  // few large blocks rather than hundreds of thousands of small ones, the first as large as
+  // the template, given back when the document goes.
+  HUGE_PAGE_BLOCKS model_blocks;
+  std::pmr::monotonic_buffer_resource models;
   std::unique_ptr<AI_PROLOG> prolog;
   std::unique_ptr<AI_SCRIPT> script;
 };

@@ -12,7 +12,7 @@
 #include "text/ai_text.h"
 #include "text/text_replace.h"
 
-AI_LAYER::AI_LAYER() = default;
+AI_LAYER::AI_LAYER(std::pmr::memory_resource* memory) : texts(memory) {}
 AI_LAYER::~AI_LAYER() = default;
 
 void AI_LAYER::setup(const TEMPLATE& tpl, int start, int script_last, int* next,
@@ -33,11 +33,21 @@ void AI_LAYER::setup_unmarked(const TEMPLATE& tpl, int first, int last, POINT_TE
 }
 
 // A text object starts at a line whose third and fourth characters are "To" ("0 To").
+// The vector is sized first: grown by doubling, a layer of a hundred thousand texts would
+// touch twice the memory it keeps.
 void AI_LAYER::setup_text(const TEMPLATE& tpl, POINT_TEXT_READER& reader) {
+  texts.reserve(std::min(count_text_lines(tpl), static_cast<size_t>(kMaxTexts)));
   for (int i = first_line; (i = tpl.find_text_line(i, last_line - 1)) >= 0;) {
     if (texts.size() == kMaxTexts) fail("overflow text\n");
     texts.emplace_back().setup(tpl, i, last_line, &i, reader);
   }
+}
+
+// At least the texts that setup_text finds: a "To" line within a text counts too.
+size_t AI_LAYER::count_text_lines(const TEMPLATE& tpl) const {
+  size_t count = 0;
+  for (int i = first_line; (i = tpl.find_text_line(i, last_line - 1)) >= 0; ++i) ++count;
+  return count;
 }
 
 void AI_LAYER::setup_placed_art(const TEMPLATE& tpl) {
@@ -77,6 +87,12 @@ void AI_LAYER::print_new(const TEMPLATE& tpl, Output& out) const {
     }
     i = last + 1;
   }
+}
+
+size_t AI_LAYER::replaceable_count() const {
+  const auto with_model = std::count_if(
+      texts.begin(), texts.end(), [](const AI_TEXT& object) { return object.replace != nullptr; });
+  return static_cast<size_t>(with_model) + placed_arts.size();
 }
 
 void AI_LAYER::list(int number, REPLACEABLES& objects) {

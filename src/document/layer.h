@@ -3,7 +3,9 @@
 // place of its own lines.
 #pragma once
 
+#include <cstddef>
 #include <memory>
+#include <memory_resource>
 #include <string_view>
 #include <vector>
 
@@ -18,7 +20,8 @@ class AI_LAYER : public LINE_RANGE {
   static constexpr int kMaxTexts = 102400;
   static constexpr int kMaxPlacedArts = 1024;
 
-  AI_LAYER();
+  // memory: where the table of texts is kept, with the texts' models.
+  explicit AI_LAYER(std::pmr::memory_resource* memory);
   ~AI_LAYER();
   // start is the "%AI5_BeginLayer" line, script_last the script's last line; next receives
   // the index of the line after the layer.
@@ -27,14 +30,18 @@ class AI_LAYER : public LINE_RANGE {
   // layer comments, for "-keep".
   void setup_unmarked(const TEMPLATE& tpl, int first, int last, POINT_TEXT_READER& reader);
   void print_new(const TEMPLATE& tpl, Output& out) const;
+  // How many objects list adds.
+  size_t replaceable_count() const;
   // Adds the layer's replaceable objects to objects: its texts, then its placed art.
   void list(int number, REPLACEABLES& objects);
 
  private:
   void setup_text(const TEMPLATE& tpl, POINT_TEXT_READER& reader);
+  size_t count_text_lines(const TEMPLATE& tpl) const;
   void setup_placed_art(const TEMPLATE& tpl);
 
-  // By value: a layer may hold a hundred thousand texts, most of them a few lines each.
-  std::vector<AI_TEXT> texts;
+  // By value, in the memory of the models: a layer may hold a hundred thousand texts, most of
+  // them a few lines each.
+  std::pmr::vector<AI_TEXT> texts;
   std::vector<std::unique_ptr<AI_PLACED_ART>> placed_arts;
 };

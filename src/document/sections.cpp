@@ -8,6 +8,7 @@
 #include "support/error.h"
 #include "support/output.h"
 #include "template/template.h"
+#include "text/point_text_reader.h"
 
 // A comment that printing depends on: its absence ends the run.
 static int require_comment(const TEMPLATE& tpl, int from, int to, const char* comment,
@@ -90,7 +91,7 @@ void AI_SCRIPT::setup(const TEMPLATE& tpl, POINT_TEXT_READER& reader) {
   // Illustrator 3 and 4 documents, and later ones saved without layer comments, hold their
   // art between the setup and the page trailer; "-keep" finds its objects there.
   if (layers.empty() && tpl.keeps_bytes()) {
-    layers.push_back(std::make_unique<AI_LAYER>());
+    layers.push_back(std::make_unique<AI_LAYER>(reader.kept_texts_memory()));
     layers.back()->setup_unmarked(tpl, setup_section.last_line, page_trailer.first_line, reader);
   }
 }
@@ -99,7 +100,7 @@ void AI_SCRIPT::setup_layer(const TEMPLATE& tpl, POINT_TEXT_READER& reader) {
   auto begins_layer = [](std::string_view text) { return text.substr(0, 15) == "%AI5_BeginLayer"; };
   for (int i = first_line; (i = tpl.find_comment_line(i, last_line, "%AI5", begins_layer)) >= 0;) {
     if (layers.size() == kMaxLayers) fail("overflow layer\n");
-    auto layer = std::make_unique<AI_LAYER>();
+    auto layer = std::make_unique<AI_LAYER>(reader.kept_texts_memory());
     layer->setup(tpl, i, last_line, &i, reader);
     layers.push_back(std::move(layer));
   }

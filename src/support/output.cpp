@@ -69,10 +69,54 @@ char* digits_before(char* end, uint64_t n) {
   return first;
 }
 
-uint64_t digit_count(uint64_t n) {
-  uint64_t count = 1;
-  for (; n >= 10; n /= 10) ++count;
-  return count;
+// Writes n in decimal from at on; returns where it ends. Most integer parts have one or two
+// digits.
+char* integer_digits(char* at, uint64_t n) {
+  if (n < 10) {
+    *at = static_cast<char>('0' + n);
+    return at + 1;
+  }
+  if (n < 100) {
+    std::memcpy(at, kPairs + 2 * n, 2);
+    return at + 2;
+  }
+  char text[20];
+  const char* first = digits_before(text + sizeof text, n);
+  const auto length = static_cast<size_t>(text + sizeof text - first);
+  std::memcpy(at, first, length);
+  return at + length;
+}
+
+// The most a value takes that fixed_real writes: a sign, ten digits, the point, six decimals.
+constexpr size_t kFixedRoom = 18;
+
+// "%f": six decimals, exactly as the C library writes them, for a value whose millionths are
+// an integer to well within the rounding margin; written from at on, returning where it
+// ends, or null for every other value (and NaN, infinities, large values). Where adding a
+// half and cutting does not round to the nearest integer, the value lies halfway between two
+// and fails the margin anyway.
+char* fixed_real(char* at, double value) {
+  const double magnitude = std::fabs(value);
+  uint64_t units = 0;
+  uint32_t decimals = 0;
+  // Whole numbers, the commonest operands, need no rounding at all.
+  if (magnitude < 1e9 && static_cast<double>(static_cast<uint32_t>(magnitude)) == magnitude) {
+    units = static_cast<uint32_t>(magnitude);
+  } else {
+    const double millionths = magnitude * 1e6;
+    if (!(millionths < 1e12)) return nullptr;
+    const auto whole = static_cast<uint64_t>(millionths + 0.5);
+    if (!(std::fabs(millionths - static_cast<double>(whole)) < 1e-3)) return nullptr;
+    units = whole / 1000000;
+    decimals = static_cast<uint32_t>(whole % 1000000);
+  }
+  if (std::signbit(value)) *at++ = '-';
+  at = integer_digits(at, units);
+  *at = '.';
+  std::memcpy(at + 1, kPairs + 2 * (decimals / 10000), 2);
+  std::memcpy(at + 3, kPairs + 2 * (decimals / 100 % 100), 2);
+  std::memcpy(at + 5, kPairs + 2 * (decimals % 100), 2);
+  return at + 7;
 }
 
 }  // namespace
@@ -82,48 +126,13 @@ void Output::put_integer(long long value) {
   advance(static_cast<size_t>(std::to_chars(at, at + 24, value).ptr - at));
 }
 
-// "%f": six decimals, exactly as the C library writes them. A value whose millionths are
-// an integer to well within the rounding margin is written from that integer; every other
-// value (and NaN, infinities, large values) goes through the C library. Where adding a half
-// and cutting does not round to the nearest integer, the value lies halfway between two and
-// fails the margin anyway.
 void Output::put_real(double value) {
-  const double magnitude = std::fabs(value);
-  // Whole numbers, the commonest operands, need no rounding at all.
-  if (magnitude < 1e9) {
-    const auto units = static_cast<uint32_t>(magnitude);
-    if (static_cast<double>(units) == magnitude) {
-      put_fixed(std::signbit(value), units, 0);
-      return;
-    }
-  }
-  const double millionths = magnitude * 1e6;
-  if (millionths < 1e12) {
-    const auto whole = static_cast<uint64_t>(millionths + 0.5);
-    if (std::fabs(millionths - static_cast<double>(whole)) < 1e-3) {
-      put_fixed(std::signbit(value), whole / 1000000, static_cast<uint32_t>(whole % 1000000));
-      return;
-    }
-  }
-  put_real_by_library(value);
-}
-
-// The sign, the integer part, the point and six decimals, written from the last digit back.
-void Output::put_fixed(bool negative, uint64_t units, uint32_t decimals) {
-  const size_t length = (negative ? 1 : 0) + digit_count(units) + 7;
-  char* const end = room(length) + length;
-  char* first = end - 6;
-  if (decimals == 0) {
-    std::memcpy(first, "000000", 6);
+  char* const at = room(kFixedRoom);
+  if (const char* end = fixed_real(at, value)) {
+    advance(static_cast<size_t>(end - at));
   } else {
-    pair_before(end, decimals % 100);
-    pair_before(end - 2, decimals / 100 % 100);
-    pair_before(end - 4, decimals / 10000);
+    put_real_by_library(value);
   }
-  *--first = '.';
-  first = digits_before(first, units);
-  if (negative) *--first = '-';
-  advance(length);
 }
 
 // Values far from an integer number of millionths, and NaN, infinities and large values.

@@ -78,7 +78,6 @@ class Output {
   void put_integer(long long value);
   void put_real(double value);
   void put_real_by_library(double value);
-  void put_fixed(bool negative, uint64_t units, uint32_t decimals);
   void grow(size_t n);
   void flush_if_full() {
     if (fd >= 0 && (used >= kFlushSize || pieces.size() >= kMaxPieces)) flush();

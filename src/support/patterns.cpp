@@ -1,7 +1,6 @@
 #include "support/patterns.h"
 
 #include <algorithm>
-#include <cctype>
 #include <climits>
 #include <map>
 
@@ -195,17 +194,14 @@ size_t PLAIN_PLACEHOLDERS::digits_end(size_t at) const {
 
 bool plain_identifier(const char* id) {
   for (const char* c = id; *c; ++c) {
-    if (!std::isalnum(static_cast<unsigned char>(*c))) return false;
+    if (!is_upper(*c) && !is_digit(*c) && !(*c >= 'a' && *c <= 'z')) return false;
   }
   return true;
 }
 
 bool holds_two_dashes(std::string_view text) {
-  int dashes = 0;
-  for (char c : text) {
-    if (c == '-' && ++dashes == 2) return true;
-  }
-  return false;
+  const size_t first = text.find('-');
+  return first != std::string_view::npos && text.find('-', first + 1) != std::string_view::npos;
 }
 
 bool may_end_placeholder(std::string_view bytes, bool decoded) {

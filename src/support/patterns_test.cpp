@@ -137,3 +137,16 @@ TEST(PatternsTest, RowColumnAndFont) {
   EXPECT_EQ("7 7", name("TX-7"));  // one number names row and column
   EXPECT_EQ("2147483647 42", name("TX-99999999999-0042"));
 }
+
+// The cheap tests that decide which walk a text takes, and whether it needs one at all.
+TEST(PatternsTest, PlainIdentifiersAndDashes) {
+  const std::pair<const char*, bool> identifiers[] = {
+      {"TX", true},   {"tx9", true},       {"", true},   {"T-X", false}, {"T_X", false},
+      {"T X", false}, {"\xc3\x89", false}, {"@", false}, {"[", false},   {"`", false},
+  };
+  for (const auto& [id, plain] : identifiers) EXPECT_EQ(plain, plain_identifier(id)) << id;
+  const std::pair<std::string_view, bool> texts[] = {
+      {"TX-1-2", true}, {"--", true}, {"a-\tb-", true}, {"TX-12", false}, {"-", false}, {"", false},
+  };
+  for (const auto& [text, two] : texts) EXPECT_EQ(two, holds_two_dashes(text)) << text;
+}

@@ -4,11 +4,15 @@
 
 #include "support/error.h"
 
-// Puts the words back in order from the first slot and adds an empty slot at the end.
-void STACK::grow() {
-  std::rotate(ring.begin(), ring.begin() + static_cast<std::ptrdiff_t>(oldest), ring.end());
-  oldest = 0;
-  ring.emplace_back();
+// Moves the words to the front when at least as many slots are free there as words are
+// held, so that a bounded stack moves each word about once; grows the vector otherwise.
+void STACK::make_room() {
+  if (oldest > 0 && oldest >= held) {
+    std::copy(words.begin() + static_cast<std::ptrdiff_t>(oldest), words.end(), words.begin());
+    oldest = 0;
+    return;
+  }
+  words.resize(std::max<size_t>(2 * words.size(), 16));
 }
 
 void STACK::long_word() {
@@ -21,7 +25,7 @@ void STACK::long_word() {
 void STACK::drop_beyond(int bound) {
   if (overflow_held) fail("free stack overflow!\n");
   const size_t dropped = held - static_cast<size_t>(std::max(bound, 0));
-  oldest = wrap(oldest + dropped);
+  oldest += dropped;
   held -= dropped;
 }
 
@@ -34,7 +38,7 @@ const STACK_OBJ* STACK::shift() {
   if (overflow_held) fail("free stack overflow!\n");
   if (held == 0) return nullptr;
   overflow = slot(0);
-  oldest = wrap(oldest + 1);
+  ++oldest;
   --held;
   overflow_held = true;
   return &overflow;

@@ -26,8 +26,8 @@ class STACK {
   // "STACK_OBJ::str size error\n", unless the stack defers that error.
   void push(std::string_view token) {
     if (token.size() > STACK_OBJ::kMaxLength) long_word();
-    if (held == ring.size()) grow();
-    slot(held).str = token;
+    if (oldest + held == words.size()) make_room();
+    words[oldest + held].str = token;
     ++held;
   }
   // push, then drop the oldest words while more than bound are held.
@@ -59,17 +59,16 @@ class STACK {
   bool overlong_seen() const { return overlong; }
 
  private:
-  // from_oldest is at most the ring's size, so one subtraction wraps it (no division).
-  size_t wrap(size_t index) const { return index < ring.size() ? index : index - ring.size(); }
-  STACK_OBJ& slot(size_t from_oldest) { return ring[wrap(oldest + from_oldest)]; }
-  const STACK_OBJ& slot(size_t from_oldest) const { return ring[wrap(oldest + from_oldest)]; }
-  void grow();
+  const STACK_OBJ& slot(size_t from_oldest) const { return words[oldest + from_oldest]; }
+  void make_room();
   void long_word();
   void drop_beyond(int bound);
 
   bool defer_size_errors = false;
   bool overlong = false;
-  std::vector<STACK_OBJ> ring;
+  // The words held are words[oldest] to words[oldest + held - 1]: dropping the oldest moves
+  // nothing, and they go back to the front only when the end is reached.
+  std::vector<STACK_OBJ> words;
   size_t oldest = 0;
   size_t held = 0;
   STACK_OBJ overflow;

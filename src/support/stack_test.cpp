@@ -65,3 +65,24 @@ TEST(StackTest, DeferringStackRemembersLongWords) {
   EXPECT_FALSE(stack.overlong_seen());
   EXPECT_EQ("0:", dump(stack));
 }
+
+// However long the walk, a bounded stack holds the newest words in order, and an unbounded
+// one every word; shift then takes them oldest first.
+TEST(StackTest, LongWalksKeepTheNewestWords) {
+  std::vector<std::string> words;
+  for (int i = 0; i < 300; ++i) words.push_back("w" + std::to_string(i));
+  for (int bound : {1, 3, 10, 1000}) {
+    STACK stack;
+    for (size_t i = 0; i < words.size(); ++i) {
+      stack.push_bounded(words[i], bound);
+      const size_t held = std::min(i + 1, static_cast<size_t>(bound));
+      ASSERT_EQ(static_cast<int>(held), stack.count()) << bound << " " << i;
+      for (size_t k = 0; k < held; ++k) ASSERT_EQ(words[i - k], stack.operand(static_cast<int>(k)));
+    }
+    for (size_t i = words.size() - static_cast<size_t>(stack.count()); i < words.size(); ++i) {
+      ASSERT_EQ(words[i], stack.shift()->str) << bound;
+      stack.free_overflow();
+    }
+    EXPECT_EQ(0, stack.count());
+  }
+}

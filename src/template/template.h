@@ -5,7 +5,6 @@
 #pragma once
 
 #include <memory>
-#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -82,16 +81,10 @@ class TEMPLATE {
   };
   const std::vector<CUT>& cut_out() const { return cuts; }
 
-  // Where the analysis makes the models of the document's objects: a few large blocks rather
-  // than hundreds of thousands of small ones, given back when the template goes.
-  std::pmr::memory_resource* model_memory() const { return &models; }
-
  private:
   void eliminate_BeginEndDocument();
 
   FileBytes bytes;
-  // Declared before anything made in it, so that it outlives the models.
-  mutable std::pmr::monotonic_buffer_resource models;
   std::string_view text;                  // the bytes, with any embedded documents cut out
   FileBytes source_bytes{std::string()};  // the file as read, once something was cut out
   std::vector<CUT> cuts;

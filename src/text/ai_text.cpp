@@ -23,8 +23,7 @@ void AI_TEXT::setup(const TEMPLATE& tpl, int line, int layer_last, int* next,
   if (text_type != 0 || !AI_TEXT_REPLACE::may_hold_placeholder(tpl, first_line, last_line)) {
     return;
   }
-  replace = make_in<AI_TEXT_REPLACE>(tpl.model_memory(), tpl.model_memory());
-  if (!replace->setup(tpl, first_line, last_line, reader)) replace.reset();
+  replace = AI_TEXT_REPLACE::read(tpl, first_line, last_line, reader);
 }
 
 void AI_TEXT::print_new(const TEMPLATE& tpl, Output& out, int* last) const {

@@ -31,6 +31,28 @@ constexpr int kMaxMatches = 100000;
 
 }  // namespace
 
+AI_POINT_TEXT::AI_POINT_TEXT(const AI_POINT_TEXT& parsed, std::pmr::memory_resource* memory)
+    : Tp(parsed.Tp),
+      Tv(parsed.Tv),
+      attributes(parsed.attributes),
+      TxTX(memory),
+      run_open(parsed.run_open),
+      TP_mark(parsed.TP_mark),
+      decoded(parsed.decoded) {
+  TxTX.reserve(parsed.TxTX.size());
+  for (const AI_TxTX& run : parsed.TxTX) TxTX.emplace_back(run, memory);
+}
+
+void AI_POINT_TEXT::clear() {
+  Tp = OP_Tp();
+  Tv.reset();
+  attributes = AI_ATTRIBUTES();
+  TxTX.clear();
+  run_open = false;
+  TP_mark = false;
+  decoded = false;
+}
+
 void AI_POINT_TEXT::setup(TEXT_OP op, const STACK& stack) {
   switch (op) {
     case TEXT_OP::none:
@@ -61,9 +83,9 @@ void AI_POINT_TEXT::setup(TEXT_OP op, const STACK& stack) {
 
 // Style operators gather into the run being filled; its Tx or TX string closes it.
 void AI_POINT_TEXT::setupTxTX(TEXT_OP op, const STACK& stack) {
-  if (TxTX_index == TxTX.size()) TxTX.emplace_back(memory);
+  if (!run_open) TxTX.emplace_back(TxTX.get_allocator().resource());
   TxTX.back().setup(op, stack);
-  if (op == TEXT_OP::Tx || op == TEXT_OP::TX) ++TxTX_index;
+  run_open = op != TEXT_OP::Tx && op != TEXT_OP::TX;
 }
 
 void AI_POINT_TEXT::print(Output& out) const {
@@ -74,8 +96,7 @@ void AI_POINT_TEXT::print(Output& out) const {
   for (const AI_TxTX& run : TxTX) run.print(out);
 }
 
-bool AI_POINT_TEXT::join_strings(const std::vector<AI_TxTX>& runs, std::string_view sep,
-                                 std::string& text) {
+bool AI_POINT_TEXT::join_strings(const RUNS& runs, std::string_view sep, std::string& text) {
   bool any = false;
   text.clear();
   for (const AI_TxTX& run : runs) {
@@ -226,7 +247,7 @@ void AI_POINT_TEXT::report(const std::string& match, long long row, long long co
 }
 
 void AI_POINT_TEXT::restore_analysed() {
-  analysed.restore([this](const std::vector<AI_TxTX>& runs) {
+  analysed.restore([this](const RUNS& runs) {
     TxTX = runs;
     notes.reset();
     cells_were_text = false;

@@ -53,9 +53,16 @@ struct TEXT_REPLACING {
 
 class AI_POINT_TEXT {
  public:
-  // memory: where the runs keep their operands, which stay as the analysis read them.
-  explicit AI_POINT_TEXT(std::pmr::memory_resource* runs_memory = std::pmr::get_default_resource())
-      : memory(runs_memory) {}
+  // memory: where the runs and their operands are kept, which stay as the analysis read them.
+  explicit AI_POINT_TEXT(std::pmr::memory_resource* memory = std::pmr::get_default_resource())
+      : TxTX(memory) {}
+  // A copy of a text as read, kept in memory in no more room than it needs: a reader fills
+  // one model of its own, whose runs grow as operators come, and copies only the texts that
+  // hold a placeholder.
+  AI_POINT_TEXT(const AI_POINT_TEXT& parsed, std::pmr::memory_resource* memory);
+
+  // Back to a text with nothing read, keeping the room of the runs' table.
+  void clear();
 
   // Files one operator; it is the newest word of stack, its operands the words below.
   void setup(TEXT_OP op, const STACK& stack);
@@ -79,12 +86,12 @@ class AI_POINT_TEXT {
   // For a text read by "-keep": the runs' strings hold decoded bytes (as run_text writes
   // them), so cells and numeral codes go into them decoded too.
   void read_decoded() { decoded = true; }
-  std::vector<AI_TxTX>& runs() { return TxTX; }
-  const std::vector<AI_TxTX>& runs() const { return TxTX; }
+  using RUNS = std::pmr::vector<AI_TxTX>;
+  RUNS& runs() { return TxTX; }
+  const RUNS& runs() const { return TxTX; }
 
  private:
-  static bool join_strings(const std::vector<AI_TxTX>& runs, std::string_view sep,
-                           std::string& text);
+  static bool join_strings(const RUNS& runs, std::string_view sep, std::string& text);
   bool may_hold_placeholder(const char* id) const;
   // Replaces in text; whether any placeholder was replaced or removed.
   // needs_dashes: whether every match holds two dashes.
@@ -103,12 +110,12 @@ class AI_POINT_TEXT {
   void report(const std::string& match, long long row, long long col, const char* outcome,
               REPORT& to, bool undone = false);
 
-  std::pmr::memory_resource* memory;
   OP_Tp Tp;
   std::optional<OP_Tv> Tv;
   AI_ATTRIBUTES attributes;
-  std::vector<AI_TxTX> TxTX;
-  size_t TxTX_index = 0;
+  RUNS TxTX;
+  // Whether the last run still waits for the string that closes it.
+  bool run_open = false;
   bool TP_mark = false;
   bool decoded = false;
   // Whether a cell went in as text (see setup_tabtxt_walk): the placeholders left are then
@@ -123,5 +130,5 @@ class AI_POINT_TEXT {
   };
   REPORT_NOTES& report_notes();
   std::unique_ptr<REPORT_NOTES> notes;
-  ANALYSED_STATE<std::vector<AI_TxTX>> analysed;
+  ANALYSED_STATE<RUNS> analysed;
 };

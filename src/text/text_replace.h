@@ -5,7 +5,9 @@
 
 #include <memory>
 #include <memory_resource>
+#include <utility>
 
+#include "support/arena.h"
 #include "text/kept_point_text.h"
 #include "text/point_text.h"
 
@@ -14,17 +16,21 @@ class TEMPLATE;
 
 class AI_TEXT_REPLACE {
  public:
-  // memory: where the model keeps what stays as the analysis made it.
-  explicit AI_TEXT_REPLACE(std::pmr::memory_resource* memory = std::pmr::get_default_resource())
-      : model(memory) {}
+  // parsed: the text as read; memory: where the copy of it is kept.
+  AI_TEXT_REPLACE(const AI_POINT_TEXT& parsed, std::pmr::memory_resource* memory)
+      : model(parsed, memory) {}
+  // The text as read, taken over.
+  explicit AI_TEXT_REPLACE(AI_POINT_TEXT&& parsed) : model(std::move(parsed)) {}
 
   // False only when the lines first..last-1 cannot hold a placeholder in their strings, which
   // spares most text objects of a large document the full parse.
   static bool may_hold_placeholder(const TEMPLATE& tpl, int first, int last);
   // Parses the lines first..last-1 (the "TO" line is not read) as the template was read: its
   // words, or for "-keep" its PostScript tokens, remembering where each run's string stands.
-  // Returns whether the point text holds a placeholder and so is to be replaced.
-  bool setup(const TEMPLATE& tpl, int first, int last, POINT_TEXT_READER& reader);
+  // A point text that holds a placeholder, and so is to be replaced, is kept where the
+  // reader keeps texts; any other gives null.
+  static IN_RESOURCE<AI_TEXT_REPLACE> read(const TEMPLATE& tpl, int first, int last,
+                                           POINT_TEXT_READER& reader);
 
   AI_POINT_TEXT& point_text() { return model; }
   const AI_POINT_TEXT& point_text() const { return model; }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "support/output.h"
 #include "support/patterns.h"
 #include "support/regex.h"
 #include "template/template.h"
@@ -29,13 +30,52 @@ Verdicts judge(const std::string& bytes, bool keep = false) {
   const TEMPLATE tpl = keep ? TEMPLATE(FileBytes(bytes), TEMPLATE::KEEP_BYTES()) : TEMPLATE(bytes);
   const int first = tpl.find_text_line(0, tpl.line_count() - 1);
   const int last = tpl.find_text_end_line(first, tpl.line_count() - 1);
-  AI_TEXT_REPLACE replace;
   POINT_TEXT_READER reader;
   return {AI_TEXT_REPLACE::may_hold_placeholder(tpl, first, last),
-          replace.setup(tpl, first, last, reader)};
+          AI_TEXT_REPLACE::read(tpl, first, last, reader) != nullptr};
+}
+
+// The first point text of bytes as reader reads and keeps it, printed; "-" when it is not
+// kept.
+std::string printed(const std::string& bytes, POINT_TEXT_READER& reader) {
+  const TEMPLATE tpl(bytes);
+  const int first = tpl.find_text_line(0, tpl.line_count() - 1);
+  const int last = tpl.find_text_end_line(first, tpl.line_count() - 1);
+  const auto replace = AI_TEXT_REPLACE::read(tpl, first, last, reader);
+  if (!replace) return "-";
+  Output out;
+  replace->point_text().print(out);
+  return std::string(out.text());
 }
 
 }  // namespace
+
+// One reader reads all texts of a run: each is kept as a reader new to it would keep it,
+// nothing of the text before carried over, whether it is copied or (many runs) taken over.
+TEST(TextReplaceTest, EachTextIsReadAsIfByANewReader) {
+  std::vector<std::string> many_runs;
+  for (int i = 0; i < 300; ++i) many_runs.push_back("0 Tr\r(AB-1-" + std::to_string(i) + ") Tx");
+  const std::string texts[] = {
+      one_text({"0.5 g", "12 Tz", "(AB-1-1) Tx"}),
+      "%!PS-Adobe\r0 To\r1 0 0 1 5 6 0 Tp\r2 Tv\r1 Ap\r700 Ar\r(AB-1-1) TX\rTO\r%%EOF\r",
+      one_text({"(no placeholder) Tx"}),
+      one_text(many_runs),
+      "%!PS-Adobe\r0 To\r(AB-2-2) Tx\rTO\r%%EOF\r",  // no Tp, no TP: the defaults
+      one_text({"0 0 0 1 k", "(AB-3-3) Tx", "(more) Tx"}),
+  };
+  POINT_TEXT_READER shared;
+  for (const std::string& before : texts) {
+    printed(before, shared);
+    for (const std::string& text : texts) {
+      POINT_TEXT_READER fresh;
+      const std::string expected = printed(text, fresh);
+      EXPECT_EQ(expected, printed(text, shared)) << text << "\nafter\n" << before;
+    }
+  }
+  POINT_TEXT_READER fresh;
+  EXPECT_EQ("-", printed(texts[2], fresh));
+  EXPECT_NE(std::string::npos, printed(texts[1], fresh).find("2 Tv\r\r1 Ap\r700 Ar\r"));
+}
 
 // A placeholder split over runs at every place is still found: in strings, where each dash
 // may end its string right before the operator, and in words, the operator on the operand's

@@ -59,7 +59,7 @@ TEXT_OP after_T(char c) {
 
 }  // namespace
 
-TEXT_OP text_operator(std::string_view word) {
+TEXT_OP short_word_operator(std::string_view word) {
   if (word.size() == 1) return one_letter(word[0]);
   if (word.size() != 2) return TEXT_OP::none;
   switch (word[0]) {

@@ -32,6 +32,13 @@ enum class TEXT_OP : unsigned char {
   TX,
 };
 
+// The operator that a word of one or two characters, the first a letter, names.
+TEXT_OP short_word_operator(std::string_view word);
+
 // The operator that word names, or TEXT_OP::none. Every word of a point text passes here, so
-// the test looks at the characters rather than at a list.
-TEXT_OP text_operator(std::string_view word);
+// the test looks at the characters rather than at a list, and the numbers and strings that
+// most words are go no further than this line.
+inline TEXT_OP text_operator(std::string_view word) {
+  if (word.empty() || word.size() > 2 || word[0] < 'A') return TEXT_OP::none;
+  return short_word_operator(word);
+}

@@ -12,7 +12,7 @@ namespace {
 // the number of operands each reads and prints: reals as "%f", integers as "%d". Tf also
 // reads a font name before its numbers, and Xu writes its first integer after "%_".
 struct STYLE_OPERATOR {
-  const char* name;
+  std::string_view name;
   int operands;
   bool reals;
 };
@@ -100,8 +100,8 @@ void AI_TxTX::drop(TEXT_OP op) {
 
 void AI_TxTX::print(Output& out) const {
   const double* values = operands.data();
-  for (int i = 0; i < kStyleOperatorCount; ++i) {
-    if (!(present & (uint32_t{1} << i))) continue;
+  for (uint32_t left = present; left != 0; left &= left - 1) {
+    const int i = __builtin_ctz(left);
     const STYLE_OPERATOR& style = kStyleOperators[i];
     const auto count = static_cast<size_t>(style.operands);
     if (i == style_index(TEXT_OP::Tf)) {

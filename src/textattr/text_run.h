@@ -19,6 +19,8 @@ class AI_TxTX {
   // memory: where the operands go. A copy keeps its own on the heap.
   explicit AI_TxTX(std::pmr::memory_resource* memory = std::pmr::get_default_resource())
       : operands(memory) {}
+  // A copy whose operands go to memory and take no more room than they need.
+  AI_TxTX(const AI_TxTX& run, std::pmr::memory_resource* memory) : AI_TxTX(memory) { *this = run; }
 
   // Files one operator, the newest word of stack. A repeated operator replaces its record;
   // operators that belong to no run are ignored.

@@ -41,3 +41,16 @@ TEST(TextRunTest, OperandReadings) {
     EXPECT_EQ(c.printed, out.text()) << c.printed;
   }
 }
+
+// Only the words that name an operator are taken for one; near misses of every kind are not.
+TEST(TextRunTest, WordsThatNameOperators) {
+  const std::pair<const char*, TEXT_OP> words[] = {
+      {"k", TEXT_OP::k},     {"G", TEXT_OP::G},     {"Tp", TEXT_OP::Tp},    {"TP", TEXT_OP::TP},
+      {"Tx", TEXT_OP::Tx},   {"TX", TEXT_OP::TX},   {"Tq", TEXT_OP::Tq},    {"Ap", TEXT_OP::Ap},
+      {"Ar", TEXT_OP::Ar},   {"Xu", TEXT_OP::Xu},   {"", TEXT_OP::none},    {"T", TEXT_OP::none},
+      {"x", TEXT_OP::none},  {"Tj", TEXT_OP::none}, {"Txt", TEXT_OP::none}, {"kk", TEXT_OP::none},
+      {"0", TEXT_OP::none},  {"12", TEXT_OP::none}, {"(k", TEXT_OP::none},  {"/k", TEXT_OP::none},
+      {"Xv", TEXT_OP::none}, {"Aq", TEXT_OP::none}, {"tx", TEXT_OP::none},
+  };
+  for (const auto& [word, op] : words) EXPECT_EQ(op, text_operator(word)) << word;
+}
