@@ -1,5 +1,7 @@
 #include "support/output.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/uio.h>
 #include <unistd.h>
 #include <algorithm>
@@ -223,15 +225,30 @@ void Output::vprintf_fallback(const char* format, va_list args) {
   va_end(again);
 }
 
+// A pipe holds 64 KiB unless asked for more: a large document written into it would wait
+// for its reader every 64 KiB. With a megabyte (the most Linux grants without privileges)
+// 40 MB went through in half the time. A pipe that keeps its size is written all the same.
+void Output::widen_pipe() {
+  pipe_checked = true;
+#if defined(F_SETPIPE_SZ)
+  constexpr int kPipeBytes = 1 << 20;
+  struct stat status;
+  if (::fstat(fd, &status) == 0 && S_ISFIFO(status.st_mode)) ::fcntl(fd, F_SETPIPE_SZ, kPipeBytes);
+#endif
+}
+
 // One writev for all pieces, as many times as the descriptor takes part of them.
 void Output::flush() {
   if (fd < 0) return;
   close_buffered_piece();
   chunks.clear();
+  size_t bytes = 0;
   for (const Piece& piece : pieces) {
     const char* base = piece.kept ? piece.kept : storage.get() + piece.from;
     chunks.push_back({const_cast<char*>(base), piece.length});
+    bytes += piece.length;
   }
+  if (!pipe_checked && bytes > kFlushSize) widen_pipe();
   size_t next = 0;
   while (next < chunks.size()) {
     const int count = static_cast<int>(std::min<size_t>(chunks.size() - next, IOV_MAX));

@@ -83,9 +83,11 @@ class Output {
     if (fd >= 0 && (used >= kFlushSize || pieces.size() >= kMaxPieces)) flush();
   }
   void close_buffered_piece();
+  void widen_pipe();
   void vprintf_fallback(const char* format, va_list args);
 
   int fd = -1;
+  bool pipe_checked = false;  // whether the first large write looked for a pipe
   // The buffer: capacity bytes of room, of which used are written. The room is not cleared
   // first: one output is made per document, many in a batch.
   std::unique_ptr<char[]> storage;

@@ -1,6 +1,8 @@
 #include "support/output.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 #include <cmath>
 #include <cstdio>
 #include <limits>
@@ -66,7 +68,8 @@ TEST(OutputTest, KeptAndCopiedBytesKeepTheirOrder) {
   const std::string path = dir.path() + "/out";
   FILE* file = std::fopen(path.c_str(), "wb");
   ASSERT_NE(nullptr, file);
-  const std::string big(200000, 'k');
+  std::string big(200000, 'k');
+  for (size_t i = 0; i < big.size(); i += 7) big[i] = static_cast<char>('a' + i % 26);
   std::vector<std::string> kept;
   for (int i = 0; i < 2000; ++i) kept.push_back("kept" + std::to_string(i));
   Output out(fileno(file));
@@ -78,6 +81,12 @@ TEST(OutputTest, KeptAndCopiedBytesKeepTheirOrder) {
       if (i % 10 == 0) o->printf("%d", i);
       if (i == 1000) o->write_kept(big);
       if (i == 1500) o->write(big);
+      // Slices that follow one another in memory go out as one piece.
+      if (i == 1700) {
+        for (size_t at = 0; at < big.size(); at += 70000) {
+          o->write_kept(std::string_view(big).substr(at, 70000));
+        }
+      }
     }
     o->write_kept("");
     o->flush();
@@ -85,4 +94,27 @@ TEST(OutputTest, KeptAndCopiedBytesKeepTheirOrder) {
   std::fclose(file);
   const std::string written = read_whole_file(path.c_str(), "open failed\n", "read failed\n");
   EXPECT_EQ(memory.text(), written);
+}
+
+// A large write into a pipe first asks for a pipe of a megabyte, which then takes it whole.
+TEST(OutputTest, WidensAPipeForALargeWrite) {
+  int ends[2];
+  ASSERT_EQ(0, pipe(ends));
+  const std::string bytes(300000, 'p');
+  {
+    Output out(ends[1]);
+    out.write_kept(bytes);
+    out.flush();
+  }
+#if defined(F_SETPIPE_SZ)
+  EXPECT_EQ(1 << 20, fcntl(ends[1], F_GETPIPE_SZ));
+#endif
+  close(ends[1]);
+  std::string read_back;
+  char chunk[65536];
+  for (ssize_t got; (got = read(ends[0], chunk, sizeof chunk)) > 0;) {
+    read_back.append(chunk, static_cast<size_t>(got));
+  }
+  close(ends[0]);
+  EXPECT_EQ(bytes, read_back);
 }
