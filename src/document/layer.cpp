@@ -36,18 +36,12 @@ void AI_LAYER::setup_unmarked(const TEMPLATE& tpl, int first, int last, POINT_TE
 // The vector is sized first: grown by doubling, a layer of a hundred thousand texts would
 // touch twice the memory it keeps.
 void AI_LAYER::setup_text(const TEMPLATE& tpl, POINT_TEXT_READER& reader) {
-  texts.reserve(std::min(count_text_lines(tpl), static_cast<size_t>(kMaxTexts)));
+  texts.reserve(
+      std::min(tpl.text_line_count(first_line, last_line - 1), static_cast<size_t>(kMaxTexts)));
   for (int i = first_line; (i = tpl.find_text_line(i, last_line - 1)) >= 0;) {
     if (texts.size() == kMaxTexts) fail("overflow text\n");
     texts.emplace_back().setup(tpl, i, last_line, &i, reader);
   }
-}
-
-// At least the texts that setup_text finds: a "To" line within a text counts too.
-size_t AI_LAYER::count_text_lines(const TEMPLATE& tpl) const {
-  size_t count = 0;
-  for (int i = first_line; (i = tpl.find_text_line(i, last_line - 1)) >= 0; ++i) ++count;
-  return count;
 }
 
 void AI_LAYER::setup_placed_art(const TEMPLATE& tpl) {

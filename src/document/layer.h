@@ -37,7 +37,6 @@ class AI_LAYER : public LINE_RANGE {
 
  private:
   void setup_text(const TEMPLATE& tpl, POINT_TEXT_READER& reader);
-  size_t count_text_lines(const TEMPLATE& tpl) const;
   void setup_placed_art(const TEMPLATE& tpl);
 
   // By value, in the memory of the models: a layer may hold a hundred thousand texts, most of

@@ -471,6 +471,12 @@ int LINE_INDEX::find_text_line(int from, int to) const {
   return first_found(text_lines, text_line_hint, from, to);
 }
 
+size_t LINE_INDEX::text_line_count(int from, int to) const {
+  const auto before = [](const FoundLine& line, int index) { return line.index < index; };
+  const auto first = std::lower_bound(text_lines.begin(), text_lines.end(), from, before);
+  return static_cast<size_t>(std::lower_bound(first, text_lines.end(), to + 1, before) - first);
+}
+
 int LINE_INDEX::find_text_end_line(int from, int to) const {
   return first_found(text_end_lines, text_end_line_hint, from, to);
 }

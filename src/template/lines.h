@@ -136,6 +136,8 @@ class LINE_INDEX {
   // The first line in [from, to] whose third and fourth characters are "To", where text
   // objects begin; -1 when there is none.
   int find_text_line(int from, int to) const;
+  // How many lines in [from, to] find_text_line can find.
+  size_t text_line_count(int from, int to) const;
   // The first line in [from, to] that begins with "TO", where text objects end; -1 when
   // there is none.
   int find_text_end_line(int from, int to) const;

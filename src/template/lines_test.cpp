@@ -81,6 +81,7 @@ TEST(LinesTest, CutMatchesTheByteByByteDefinition) {
     doc.cut_at_crs(bytes, false);
     ASSERT_EQ(static_cast<int>(expected.size()), doc.line_count()) << round;
     std::string expected_print;
+    std::vector<int> text_starts;  // how many lines before each begin a text object
     for (int i = 0; i < doc.line_count(); ++i) {
       const std::string& line = expected[static_cast<size_t>(i)];
       const std::string text = line.substr(0, line.find('\0'));  // a NUL ends the text
@@ -92,6 +93,7 @@ TEST(LinesTest, CutMatchesTheByteByByteDefinition) {
       const bool begins_text =
           text.size() >= 4 && text[0] && text[1] && text.compare(2, 2, "To") == 0;
       const bool ends_text = text.compare(0, 2, "TO") == 0;
+      text_starts.push_back((text_starts.empty() ? 0 : text_starts.back()) + (begins_text ? 1 : 0));
       auto any = [](std::string_view) { return true; };
       EXPECT_EQ(comment ? i : -1, doc.find_comment_line(i, i, "", any)) << round;
       EXPECT_EQ(holds_ai5 ? i : -1, doc.find_ai5_line(i, i, any)) << round;
@@ -104,6 +106,13 @@ TEST(LinesTest, CutMatchesTheByteByByteDefinition) {
     Output out;
     doc.print_lines(0, doc.line_count() - 1, out);
     ASSERT_EQ(expected_print, out.text()) << round;
+    const int low = static_cast<int>(random() % expected.size());
+    const int high =
+        low + static_cast<int>(random() % (expected.size() - static_cast<size_t>(low)));
+    const int before_low = low > 0 ? text_starts[static_cast<size_t>(low) - 1] : 0;
+    EXPECT_EQ(static_cast<size_t>(text_starts[static_cast<size_t>(high)] - before_low),
+              doc.text_line_count(low, high))
+        << round;
     // Lines looked up in any order, alone or as ranges with their line ends, are those of
     // the definition: the index keeps only some line starts and finds the others.
     std::vector<size_t> line_ends(expected.size() + 1, 0);

@@ -66,6 +66,9 @@ class TEMPLATE {
     return lines.find_comment_line(from, to, head, test);
   }
   int find_text_line(int from, int to) const { return lines.find_text_line(from, to); }
+  // How many lines in [from, to] find_text_line can find: at least the text objects there,
+  // as a "To" line within a text counts too.
+  size_t text_line_count(int from, int to) const { return lines.text_line_count(from, to); }
   int find_text_end_line(int from, int to) const { return lines.find_text_end_line(from, to); }
 
   // The template file's bytes as read, embedded documents included.
