@@ -14,12 +14,8 @@ namespace {
 
 // The lines as the byte-by-byte definition cuts the bytes they cover: at CRs, a LF right after
 // a CR belonging to the line end, each line's text ending at its first NUL.
-std::vector<std::string_view> reference_lines(std::string_view bytes, bool one_line) {
+std::vector<std::string_view> reference_lines(std::string_view bytes) {
   std::vector<std::string_view> lines;
-  if (one_line) {
-    lines.push_back(bytes.substr(0, bytes.find('\0')));
-    return lines;
-  }
   for (size_t start = 0; start < bytes.size();) {
     const size_t cr = bytes.find('\r', start);
     const std::string_view line = bytes.substr(start, cr - start);
@@ -30,13 +26,12 @@ std::vector<std::string_view> reference_lines(std::string_view bytes, bool one_l
 }
 
 // The index keeps only some line starts and finds the others: every line, looked up from the
-// last to the first, must be the one the definition gives.
+// last to the first, must be the one the definition gives. (A template of one line may be
+// one without a line end, which then runs to the end of the text, whatever follows.)
 void check_lines(const TEMPLATE& tpl) {
   const int count = tpl.line_count();
-  if (count == 0 || tpl.keeps_bytes()) return;
-  const std::string_view bytes = tpl.bytes_of_lines(0, count - 1);
-  const bool one_line = bytes.find('\r') == std::string_view::npos;
-  const std::vector<std::string_view> lines = reference_lines(bytes, one_line);
+  if (count < 2 || tpl.keeps_bytes()) return;
+  const std::vector<std::string_view> lines = reference_lines(tpl.bytes_of_lines(0, count - 1));
   if (static_cast<int>(lines.size()) != count) std::abort();
   for (int i = count - 1; i >= 0; --i) {
     if (tpl.line(i) != lines[static_cast<size_t>(i)]) std::abort();
